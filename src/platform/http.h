@@ -1,0 +1,74 @@
+#pragma once
+
+// HTTP as the program needs it: one request at a time, answers streamed to a sink, nothing followed
+// but http and https. What counts as success is the caller's business: a 404 arrives like a 200.
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace ostrova::platform {
+
+/// Where a request failed.
+enum class HttpStage { Open, Connect, Status, Read };
+
+/// Why.
+enum class HttpError {
+    None,
+    BadAddress,    // not http(s), or no address at all
+    NoConnection,  // no such name, refused, no network, proxy trouble
+    TimedOut,      // no connection in 10 s, or fewer than 10 bytes a second for 20 s
+    BadAnswer,     // not HTTP, cut short, compressed although not asked for, too many redirects
+    TooLarge,      // more than the limit
+    Cancelled,     // the caller said so
+    SinkFailed,    // the caller could not take the bytes
+};
+
+struct HttpRequest {
+    std::string url;
+    std::string agent;
+    std::size_t bodyLimit = 8 * 1024 * 1024;  // decoded bytes
+    // Present: a form that is posted ("application/x-www-form-urlencoded"), accepting "*/*".
+    const std::string* form = nullptr;
+};
+
+struct HttpResponse {
+    HttpError error = HttpError::None;
+    HttpStage stage = HttpStage::Open;  // of the error
+    int status = 0;                     // 0 when no status line arrived
+    std::string finalUrl;               // after redirects; empty when no answer arrived
+    std::string detail;                 // the library's own description of the error
+    int code = 0;                       // and its number
+    bool reachedNetwork = false;        // a connection was made
+    int retryAfterSeconds = 0;          // of a 429 or 503, 0 when not given; at most 3600
+
+    [[nodiscard]] bool Ok() const { return error == HttpError::None; }
+};
+
+/// What the caller hears while a request runs. All calls come on the thread that called `Perform`.
+struct HttpEvents {
+    /// The status line and headers of the final answer are here; the body follows. False cancels.
+    std::function<bool(int status, std::int64_t expectedBytes)> onAnswer;  // expected: -1 unknown
+    /// A piece of the body. False ends the request with `SinkFailed`.
+    std::function<bool(std::string_view piece)> onBody;
+    /// Several times a second, also while the connection is still being made. False cancels.
+    std::function<bool()> onIdle;
+};
+
+/// One connection owner: requests to the same host use its connection again. Used by one thread at
+/// a time; make another for another thread.
+class HttpClient {
+public:
+    virtual ~HttpClient() = default;
+
+    /// Performs `request` and returns when it has ended. At most 10 redirects. No cache anywhere is
+    /// asked. Any callback may be empty.
+    virtual HttpResponse Perform(const HttpRequest& request, const HttpEvents& events) = 0;
+};
+
+/// The client on libcurl, with the environment's proxy settings and TLS verified.
+[[nodiscard]] std::unique_ptr<HttpClient> MakeHttpClient();
+
+}  // namespace ostrova::platform

@@ -1,0 +1,23 @@
+#pragma once
+
+// The program's own file and fresh copies of it.
+
+#include <string>
+#include <vector>
+
+namespace ostrova::platform {
+
+/// Full path of the file that this process runs, as it was started; empty when the system can't
+/// tell. When the file was replaced meanwhile, still the path, so that a new copy is the new file.
+[[nodiscard]] std::string ProgramPath();
+
+/// Starts `path` as a process of its own, with no arguments, and does not wait for it: detached
+/// from this session, current folder and standard streams kept, no other descriptor inherited,
+/// signals at their defaults, no zombie left. Nothing is said when it can't be started.
+void StartDetached(const std::string& path);
+
+/// Replaces this process by `path` with `arguments` (the program's name not among them). Returns
+/// only when that failed.
+void ReplaceProcess(const std::string& path, const std::vector<std::string>& arguments);
+
+}  // namespace ostrova::platform

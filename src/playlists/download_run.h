@@ -1,0 +1,54 @@
+#pragma once
+
+// Bringing one weekend's playlists into the program.
+
+#include <functional>
+
+#include "playlists/guest.h"
+#include "playlists/page_address.h"
+#include "playlists/song.h"
+
+namespace ostrova::playlists {
+
+/// What a run works on and leaves behind.
+struct WeekendState {
+    WeekendPlaylists playlists;
+    Weekend displayedWeekend;
+    WeekendAnchor latestWeekend = 0;
+    bool latestIsCurrent = false;  // the newest weekend was found while it was still current
+    bool reloadRequested = false;  // the user picked another weekend
+    GuestState guest;
+};
+
+/// How a run ended.
+struct RunResult {
+    bool had = false;             // at least one of the three pages could be had
+    bool reachedNetwork = false;  // any request left the machine
+    int retryAfterSeconds = 0;    // the longest that a server asked for
+};
+
+/// Loads one show into `playlist`. True when the page was had, even if it held no song; a page that
+/// was read and held none leaves the cache. `last`, when given, receives the transfer's result.
+bool LoadShow(const PageSource& source, Playlist& playlist, EpochSeconds showTime,
+              bool allowAutodial, TransferResult* last = nullptr);
+
+/// Loads the weekend's three shows into `state.playlists`, and its guest when any was had. Only the
+/// first show may dial.
+RunResult WeekendRun(const PageSource& source, WeekendState& state, WeekendAnchor anchor,
+                     bool allowAutodial, bool isLatest);
+
+/// What the first load of an interactive start leaves for the schedule.
+struct StartupResult {
+    bool found = false;
+    bool steppedBack = false;
+};
+
+/// The first load of an interactive start: the displayed weekend, or the one before when that is
+/// not out yet; tells the user when neither can be had. Sets `latestWeekend` and `latestIsCurrent`.
+StartupResult StartupLoad(const PageSource& source, WeekendState& state, bool weekendOver);
+
+/// Loads the weekend that the user chose. `refresh` redraws whatever shows it.
+void ReloadDisplayedWeekend(const PageSource& source, WeekendState& state, bool allowAutodial,
+                            const std::function<void()>& refresh);
+
+}  // namespace ostrova::playlists
