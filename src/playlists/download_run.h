@@ -47,7 +47,8 @@ struct StartupResult {
 /// not out yet; tells the user when neither can be had. Sets `latestWeekend` and `latestIsCurrent`.
 StartupResult StartupLoad(const PageSource& source, WeekendState& state, bool weekendOver);
 
-/// Loads the weekend that the user chose. `refresh` redraws whatever shows it.
+/// Loads the weekend that the user chose. `refresh` redraws whatever shows it; an interactive
+/// caller shows its wait cursor around this call.
 void ReloadDisplayedWeekend(const PageSource& source, WeekendState& state, bool allowAutodial,
                             const std::function<void()>& refresh);
 

@@ -1,0 +1,74 @@
+#include "playlists/download_run.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "playlists/page_parser.h"
+
+namespace ostrova::playlists {
+
+bool LoadShow(const PageSource& source, Playlist& playlist, EpochSeconds showTime,
+              bool allowAutodial, TransferResult* last) {
+    playlist.clear();
+    const PageAddress page =
+        ComputePageAddress(source, WantCachePath::Yes, showTime, allowAutodial);
+    const FetchOptions options{.allowAutodial = allowAutodial,
+                               .force = false,
+                               .cacheOnly = source.offline,
+                               .interactive = source.interactive};
+    if (!FetchPage(source.tools, page.cachePath, page.address, options, last)) return false;
+    // A page that could not be read is not a page without songs: nothing is known about it, and it
+    // stays. One without songs goes, so that it is fetched again; it counts as had all the same.
+    const PageStatus status = ParsePlaylistPage(playlist, page.cachePath, *source.tools.messages);
+    if (status == PageStatus::NoSongs) std::remove(page.cachePath.c_str());
+    return true;
+}
+
+RunResult WeekendRun(const PageSource& source, WeekendState& state, WeekendAnchor anchor,
+                     bool allowAutodial, bool isLatest) {
+    RunResult result;
+    for (std::size_t i = 0; i < AllShows.size(); ++i) {
+        const bool mayDial = allowAutodial && AllShows[i] == ShowSlot::ShowFriday;
+        TransferResult transfer;
+        const EpochSeconds showTime = ShowTimeOf(anchor, AllShows[i]);
+        if (LoadShow(source, state.playlists[i], showTime, mayDial, &transfer)) result.had = true;
+        result.reachedNetwork |= transfer.reachedNetwork;
+        result.retryAfterSeconds = std::max(result.retryAfterSeconds, transfer.retryAfterSeconds);
+    }
+    if (result.had && !LoadGuestInfo(source, state.guest, anchor, isLatest, /*cacheOnly=*/true)) {
+        LoadGuestInfo(source, state.guest, anchor, isLatest, /*cacheOnly=*/false);
+    }
+    return result;
+}
+
+StartupResult StartupLoad(const PageSource& source, WeekendState& state, bool weekendOver) {
+    StartupResult result;
+    result.found = WeekendRun(source, state, state.displayedWeekend.anchor, true, true).had;
+    if (!result.found && !weekendOver) {
+        state.displayedWeekend = WeekendAt(state.displayedWeekend.anchor - SecondsPerWeek);
+        result.steppedBack = true;
+        result.found = WeekendRun(source, state, state.displayedWeekend.anchor, false, true).had;
+    }
+    if (!result.found) {
+        source.tools.messages->ShowError(
+            "Failed to download Vantra playlists.\n\n"
+            "Make sure you have an internet connection\n"
+            "and that it is working properly.\n\n"
+            "Otherwise, maybe Vantra wasn't on last week\n"
+            "and the new playlists aren't out yet.");
+    }
+    state.latestIsCurrent = result.found && !result.steppedBack && !weekendOver;
+    state.latestWeekend = state.displayedWeekend.anchor;
+    return result;
+}
+
+void ReloadDisplayedWeekend(const PageSource& source, WeekendState& state, bool allowAutodial,
+                            const std::function<void()>& refresh) {
+    // Cleared first: a choice that the user makes while the pages load is a new request.
+    state.reloadRequested = false;
+    const WeekendAnchor anchor = state.displayedWeekend.anchor;
+    WeekendRun(source, state, anchor, allowAutodial, anchor == state.latestWeekend);
+    refresh();
+}
+
+}  // namespace ostrova::playlists

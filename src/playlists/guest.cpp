@@ -1,0 +1,79 @@
+#include "playlists/guest.h"
+
+#include <cstdio>
+
+#include "playlists/calendar.h"
+#include "playlists/page_cache.h"
+#include "playlists/page_parser.h"
+#include "util/files.h"
+#include "util/format.h"
+#include "util/line_reader.h"
+#include "util/text.h"
+
+namespace ostrova::playlists {
+namespace {
+
+constexpr int FirstOwnFolderYear = 1999;
+constexpr int FirstNewLayoutYear = 2007;
+
+// Lies in the current folder, not in the cache, on purpose.
+constexpr const char* CurrentGuestFile = "guestDefault.htm";
+
+using GuestReader = GuestInfo (*)(std::string_view bytes, std::string_view pageAddress,
+                                  util::EpochSeconds saturday);
+
+/// Fetches a guest page and reads it; one that can't be read is reported and removed, so that it is
+/// fetched again next time.
+GuestInfo FetchAndRead(const PageSource& source, GuestReader reader, const std::string& path,
+                       const std::string& address, const FetchOptions& options,
+                       EpochSeconds saturday) {
+    if (!FetchPage(source.tools, path, address, options)) return {};
+    util::FileContent page = util::ReadFile(path, PageLimit);
+    if (!page.Ok()) {
+        source.tools.messages->ShowError("Couldn't open '%s' for reading.", path);
+        std::remove(path.c_str());
+        return {};
+    }
+    util::ToTextMode(page.bytes);
+    return reader(page.bytes, address, saturday);
+}
+
+}  // namespace
+
+std::string GuestYearAddress(const std::string& siteHost, int year) {
+    const std::string_view path = year >= FirstNewLayoutYear  ? "%s/vantra/guest/?year=%d.htm"
+                                  : year < FirstOwnFolderYear ? "%s/vantra/guest/archive/%d.htm"
+                                                              : "%s/vantra/guest/%d/default.htm";
+    return util::Format(path, siteHost, year);
+}
+
+bool LoadGuestInfo(const PageSource& source, GuestState& guest, WeekendAnchor anchor, bool isLatest,
+                   bool cacheOnly) {
+    guest.shown = {};
+    if (isLatest && !util::IsBlank(guest.latest.text)) {
+        guest.shown = guest.latest;
+        return true;
+    }
+    const EpochSeconds saturday = anchor + SecondsPerDay;
+    const int year = util::LocalTime(saturday).tm_year + TmYearBase;
+    const FetchOptions yearOptions{.allowAutodial = true,  // guest fetches may always dial
+                                   .force = isLatest,
+                                   .cacheOnly = cacheOnly || source.offline,
+                                   .interactive = source.interactive};
+    guest.shown = FetchAndRead(source, ReadGuestYearPage,
+                               CachePath(*source.dataFolder, util::Format("%d.htm", year)),
+                               GuestYearAddress(source.siteHost, year), yearOptions, saturday);
+    if (isLatest) {
+        if (util::IsBlank(guest.shown.text)) {
+            FetchOptions currentOptions = yearOptions;
+            currentOptions.force = true;
+            guest.shown = FetchAndRead(source, ReadCurrentGuestPage, CurrentGuestFile,
+                                       source.siteHost + "/vantra/guest/default.htm",
+                                       currentOptions, saturday);
+        }
+        if (!util::IsBlank(guest.shown.text)) guest.latest = guest.shown;
+    }
+    return !util::IsBlank(guest.shown.text);
+}
+
+}  // namespace ostrova::playlists
