@@ -5,7 +5,9 @@ target_compile_features(ostrova_options INTERFACE cxx_std_20)
 target_include_directories(ostrova_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
 target_compile_options(ostrova_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor
-    -Woverloaded-virtual -Wcast-qual -Wformat=2 -Wimplicit-fallthrough)
+    -Woverloaded-virtual -Wcast-qual -Wformat=2 -Wimplicit-fallthrough
+    # Members that an initializer leaves out have their defaults; that is what they are for.
+    -Wno-missing-field-initializers)
 if(OSTROVA_WERROR)
     target_compile_options(ostrova_options INTERFACE -Werror)
 endif()

@@ -49,7 +49,7 @@ public:
             directive.precision = TakeCount();
         }
         if (rest_.starts_with("I64")) rest_.remove_prefix(3);
-        while (!rest_.empty() && std::string_view("hlLqjzt").find(rest_[0]) != rest_.npos) {
+        while (!rest_.empty() && std::string_view("hlLjzt").find(rest_[0]) != rest_.npos) {
             TakeChar();
         }
         if (!rest_.empty()) directive.kind = TakeChar();
@@ -94,7 +94,7 @@ std::string FormatValue(const FormatArgument& argument, const Directive& directi
         return FormatReal(*real, directive);
     }
     const std::int64_t number = std::get<std::int64_t>(argument.Value());
-    if (directive.kind == 'c') return {1, static_cast<char>(number)};
+    if (directive.kind == 'c') return std::string(1, static_cast<char>(number));
     return std::to_string(number);
 }
 

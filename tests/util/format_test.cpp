@@ -1,0 +1,46 @@
+#include "util/format.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+
+namespace ostrova::util {
+namespace {
+
+TEST(Format, KnowsTheDirectivesOfTheSystem) {
+    EXPECT_EQ(Format("%d:%02d%s", 11, 5, "pm"), "11:05pm");
+    EXPECT_EQ(Format("%ld and %I64d", -1L, 5'000'000'000LL), "-1 and 5000000000");
+    EXPECT_EQ(Format("%.2f seconds", 3.456), "3.46 seconds");
+    EXPECT_EQ(Format("'-%c'", 'x'), "'-x'");
+    EXPECT_EQ(Format("[%5d|%-5s|%05d|%.2s]", 42, "ab", -42, "long"), "[   42|ab   |-0042|lo]");
+    EXPECT_EQ(Format("100%"), "100");
+    EXPECT_EQ(Format("100%%"), "100%");
+}
+
+TEST(Format, ForeignDirectivesFindOnlyTheirArguments) {
+    EXPECT_EQ(Format("%s %s %n%d", "one"), "one  ");
+    EXPECT_EQ(Format("%n%s", "taken by the first", "shown"), "shown");
+    EXPECT_EQ(Format("%d", "words"), "words");
+    EXPECT_EQ(Format("%s", 7), "7");
+    EXPECT_EQ(Format("%*d|%q|%", 7, 8, 9), "d||");
+    EXPECT_EQ(Format("%999999999999d", 7).size(), 1000u);
+    EXPECT_EQ(Format("%.999999999f", 0.5).size(), 1002u);
+    EXPECT_EQ(Format("%f", 1e308).size(), 309u + 7u);
+}
+
+TEST(Format, NoLocaleChangesADecimalPoint) {
+    const std::string before = std::setlocale(LC_ALL, nullptr);
+    for (const char* locale : {"de_DE.UTF-8", "C.UTF-8"}) {
+        std::setlocale(LC_ALL, locale);
+        EXPECT_EQ(Format("%.1f", 1.5), "1.5");
+    }
+    std::setlocale(LC_ALL, before.c_str());
+}
+
+TEST(Format, CutsWhatABoxCannotHold) {
+    EXPECT_EQ(CutForBox(std::string(511, 'x'), 512), std::string(511, 'x'));
+    EXPECT_EQ(CutForBox(std::string(512, 'x'), 512), std::string(508, 'x').append("..."));
+}
+
+}  // namespace
+}  // namespace ostrova::util
