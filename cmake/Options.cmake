@@ -23,9 +23,13 @@ if(OSTROVA_COVERAGE)
     target_link_options(ostrova_options INTERFACE --coverage)
 endif()
 
+# No path of the building machine gets into a binary: two folders give the same bytes, and the
+# compiler cache serves them both.
+target_compile_options(ostrova_options INTERFACE -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
 find_program(CCACHE ccache)
 if(CCACHE)
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}
+        CCACHE_NOHASHDIR=1 CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
 endif()
 
 # ostrova_add_folder(NAME SOURCES... [PUBLIC libs...] [PRIVATE libs...])

@@ -18,16 +18,12 @@ namespace ostrova::util {
 class FormatArgument {
 public:
     template <typename T>
-    requires std::is_integral_v<T> FormatArgument(
-        T value)  // NOLINT(google-explicit-constructor): arguments are listed as they are
-        : value_(static_cast<std::int64_t>(value)) {}
-    FormatArgument(double value) : value_(value) {}  // NOLINT(google-explicit-constructor)
-    FormatArgument(std::string_view value)
-        : value_(value) {}                    // NOLINT(google-explicit-constructor)
-    FormatArgument(const std::string& value)  // NOLINT(google-explicit-constructor)
-        : value_(std::string_view(value)) {}
-    FormatArgument(const char* value)
-        : value_(std::string_view(value)) {}  // NOLINT(google-explicit-constructor)
+    requires std::is_integral_v<T>
+    explicit FormatArgument(T value) : value_(static_cast<std::int64_t>(value)) {}
+    explicit FormatArgument(double value) : value_(value) {}
+    explicit FormatArgument(std::string_view value) : value_(value) {}
+    explicit FormatArgument(const std::string& value) : value_(std::string_view(value)) {}
+    explicit FormatArgument(const char* value) : value_(std::string_view(value)) {}
 
     [[nodiscard]] const std::variant<std::int64_t, double, std::string_view>& Value() const {
         return value_;

@@ -1,0 +1,25 @@
+# Names of the Debian packages that the project is built and tested with; sourced by other scripts.
+# install_packages NAME... installs those that are missing, as root or through sudo.
+BUILD_PACKAGES="g++ cmake ninja-build ccache pkg-config libcurl4-openssl-dev libsimpleini-dev
+    libcli11-dev nlohmann-json3-dev libutf8proc-dev"
+TEST_PACKAGES="libgtest-dev libgmock-dev git python3 tzdata"
+LINT_PACKAGES="clang-format clang-tidy"
+BENCH_PACKAGES="libxml2-dev curl valgrind"
+COVERAGE_PACKAGES="lcov"
+FUZZ_PACKAGES="clang libclang-rt-14-dev"
+
+install_packages() {
+    local missing="" name
+    command -v apt-get >/dev/null || return 0 # another system: its user installs them
+    for name in "$@"; do
+        dpkg-query -W -f '${Status}' "$name" 2>/dev/null | grep -q '^install ok installed' ||
+            missing="$missing $name"
+    done
+    [ -n "$missing" ] || return 0
+    echo "Installing:$missing" >&2
+    local sudo=""
+    [ "$(id -u)" = 0 ] || sudo="sudo"
+    $sudo env DEBIAN_FRONTEND=noninteractive apt-get update -qq >&2 &&
+        $sudo env DEBIAN_FRONTEND=noninteractive \
+            apt-get install -y -qq --no-install-recommends $missing >&2
+}
