@@ -31,17 +31,18 @@ std::string MakeYearIndex(int year, Day lastFriday, const std::string& host) {
     page.Line(util::Format("<title>Vantra playlists of %d</title></head><body>", year));
     page.Line("<p><a href='/vantra/'>Home</a>");
     page.Line("<ul>");
-    std::vector<Show> shows = ShowsOf(year, lastFriday);
+    const std::vector<Show> shows = ShowsOf(year, lastFriday);
     for (auto show = shows.rbegin(); show != shows.rend(); ++show) {
-        const std::string link = "<a href=\"" + host + ArchivePath(*show) + "\"";
-        const std::string name(NameOf(show->slot));
+        const std::string address = host + ArchivePath(*show);
+        const std::string_view name = NameOf(show->slot);
         if (year < FirstWideIndexYear) {
-            page.Line("<li> " + link + ">" + name + "</a>, " + FormatDay("%#d %B", show->Date()));
+            page.Line(util::Format("<li> <a href=\"%s\">%s</a>, %s", address, name,
+                                   FormatDay("%#d %B", show->Date())));
         } else {
-            page.Line("<li>" + link);
+            page.Line(util::Format("<li><a href=\"%s\"", address));
             page.Line("  title=\"playlist\">");
-            page.Line("  " + name + "</a>");
-            page.Line("  <span class=\"date\">" + FormatDay("%#d %b %Y", show->Date()) + "</span>");
+            page.Line(util::Format("  %s</a>", name));
+            page.Line(FormatDay("  <span class=\"date\">%#d %b %Y</span>", show->Date()));
         }
     }
     page.Line("</ul>");

@@ -51,7 +51,7 @@ std::optional<Day> LatestFriday(util::EpochSeconds now, int delayMinutes) {
                     std::chrono::day{static_cast<unsigned>(local.tm_mday)}};
     const auto minutes = std::chrono::hours(local.tm_hour) + std::chrono::minutes(local.tm_min);
     const auto release = std::chrono::hours(ReleaseHour) + std::chrono::minutes(delayMinutes);
-    // The moment at which a page that came out at midnight would have been as old as ours is now.
+    // Pages that come out at noon are out on the days whose noon has passed, and so with any hour.
     const Day friday =
         FridayOnOrBefore(std::chrono::floor<std::chrono::days>(today + minutes - release));
     if (friday < FirstFriday) return std::nullopt;

@@ -23,7 +23,7 @@ public:
     std::size_t Below(std::size_t limit) { return static_cast<std::size_t>(Next() % limit); }
     /// A number from `low` to `high`, both included.
     int Between(int low, int high) {
-        return low + static_cast<int>(Below(static_cast<std::size_t>(high - low + 1)));
+        return low + static_cast<int>(Next() % static_cast<unsigned>(high - low + 1));
     }
     bool Chance(int percent) { return Between(0, 99) < percent; }
     template <typename T, std::size_t Size>

@@ -60,11 +60,11 @@ std::optional<std::string> ArchivedPage(const std::string& target, Day latest) {
 }
 
 std::optional<std::string> PageOfYear(const std::string& target, const std::string& host,
-                                      Day latest, bool latestIsNews) {
+                                      Day latest) {
     for (int year = YearOf(FirstFriday); year <= YearOf(latest + std::chrono::days(1)); ++year) {
         if (target == GuestYearPath(year)) {
             // The guest of the current weekend has a page to himself.
-            return MakeGuestYearPage(year, latest - std::chrono::weeks(latestIsNews ? 1 : 0), host);
+            return MakeGuestYearPage(year, latest - std::chrono::weeks(1), host);
         }
         if (year >= FirstIndexYear && target == util::Format("/vantra/playlist/?year=%d", year)) {
             return MakeYearIndex(year, latest, host);
@@ -134,7 +134,7 @@ std::optional<std::string> SitePage(const std::string& target, const std::string
         return HomePage(*latest, host);
     }
     if (auto page = PrintPage(target, *latest)) return page;
-    if (auto page = PageOfYear(target, host, *latest, true)) return page;
+    if (auto page = PageOfYear(target, host, *latest)) return page;
     if (auto page = GuestPage(target, host, *latest)) return page;
     return ArchivedPage(target, *latest);
 }

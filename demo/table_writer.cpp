@@ -130,37 +130,31 @@ void TableWriter::WriteSong(const PlannedSong& song, std::string_view before,
     songs_.push_back(std::move(meant));
 }
 
-void TableWriter::WriteRow(std::string_view time, std::string_view fields, bool timeFirst) {
-    const std::string timeText(time);
-    const std::string gap = timeText.empty() || timeFirst ? "" : " ";
-    const std::string front = timeFirst ? timeText : "";
-    const std::string inside = timeFirst ? "" : timeText;
-    const std::string cell = Tag("<td>");
-    const std::string cellEnd = Tag("</td>");
+void TableWriter::WriteRow(const std::string& time, const std::string& fields, bool timeFirst) {
+    const std::string lead = timeFirst || time.empty() ? "" : time + " ";
+    const std::string front = timeFirst ? time : "";
     switch (habits_.row) {
         case RowStyle::Cells:
-            page_.Line(Tag("<tr valign=top>") + cell + (time.empty() ? "&nbsp;" : timeText) +
-                       cellEnd + cell + std::string(fields) + cellEnd + Tag("</tr>"));
+            page_.Line(Tag("<tr valign=top>") + Cell(time.empty() ? "&nbsp;" : time) +
+                       Cell(fields) + Tag("</tr>"));
             break;
         case RowStyle::FontCells: {
             const std::string font = Tag("<font face=\"Arial, Helvetica, sans-serif\" size=2>");
             const std::string fontEnd = Tag("</font>");
-            page_.Line(Tag("<tr bgcolor=\"#000066\">") + cell + font + timeText + fontEnd +
-                       cellEnd + cell + font + std::string(fields) + fontEnd + cellEnd +
-                       Tag("</tr>"));
+            page_.Line(Tag("<tr bgcolor=\"#000066\">") + Cell(font + time + fontEnd) +
+                       Cell(font + fields + fontEnd) + Tag("</tr>"));
             break;
         }
         case RowStyle::SplitCells:
             page_.Line(Tag("<tr align=left valign=top>"));  // its time stands on the line above
-            page_.Line("\t" + cell + (random_.Chance(10) ? " " : "") + std::string(fields) +
-                       cellEnd);
+            page_.Line("\t" + Cell((random_.Chance(10) ? " " : "") + fields));
             page_.Line(Tag("</tr>"));
             break;
         case RowStyle::OneCell:
-            page_.Line(Tag("<tr>") + front + cell + inside + gap + std::string(fields));
+            page_.Line(Tag("<tr>") + front + Tag("<td>") + lead + fields);
             break;
         case RowStyle::Breaks:
-            page_.Line(front + Tag("<br>") + inside + gap + std::string(fields));
+            page_.Line(front + Tag("<br>") + lead + fields);
             break;
     }
 }
@@ -168,7 +162,7 @@ void TableWriter::WriteRow(std::string_view time, std::string_view fields, bool 
 void TableWriter::WriteTimeLine(int minutes) {
     switch (habits_.row) {
         case RowStyle::SplitCells:
-            page_.Line(Tag("<td>") + TimeOf(minutes) + Tag("</td>"));  // a cell that holds no song
+            page_.Line(Cell(TimeOf(minutes)));  // a cell that holds no song
             break;
         case RowStyle::Breaks:
             page_.Line("<p><i>" + TimeOf(minutes) + "</i>");
@@ -227,6 +221,10 @@ std::string TableWriter::Tag(std::string_view tag) const {
         for (char& c : text) c = util::ToAsciiUpper(c);
     }
     return text;
+}
+
+std::string TableWriter::Cell(const std::string& content) const {
+    return Tag("<td>") + content + Tag("</td>");
 }
 
 std::string TableWriter::Fields(const MeantSong& song, std::string_view before) {

@@ -69,7 +69,7 @@ private:
     void WriteCountdown(const Section& section);
     void WriteConcert(const Section& section);
     void WriteSong(const PlannedSong& song, std::string_view before, std::string_view meantBefore);
-    void WriteRow(std::string_view time, std::string_view fields, bool timeFirst);
+    void WriteRow(const std::string& time, const std::string& fields, bool timeFirst);
     void WriteTimeLine(int minutes);
     void WriteRemarkLine();
     [[nodiscard]] bool WantsTime();
@@ -77,6 +77,7 @@ private:
     [[nodiscard]] std::string TimeOf(int minutes);
     [[nodiscard]] std::string Encode(std::string_view text) const;
     [[nodiscard]] std::string Tag(std::string_view tag) const;
+    [[nodiscard]] std::string Cell(const std::string& content) const;
     [[nodiscard]] std::string Fields(const MeantSong& song, std::string_view before);
 
     PageText& page_;
