@@ -1,13 +1,14 @@
 #include "demo/command.h"
 
+#include <algorithm>
 #include <csignal>
-
 #include <cstdio>
 #include <ctime>
 #include <fstream>
 #include <iostream>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include <CLI/CLI.hpp>
 
@@ -32,15 +33,23 @@ struct Arguments {
     std::string archiveHost = "http://www.vantra.example";
 };
 
+bool IsFault(std::string_view name) {
+    const auto faults = FaultNames();
+    return std::any_of(faults.begin(), faults.end(),
+                       [&](const FaultName& fault) { return fault.name == name; });
+}
+
 std::string FaultList() {
-    std::string list;
-    for (const std::string_view name : FaultNames())
-        list += (list.empty() ? "" : " ") + std::string(name);
+    std::string list = "The faults:";
+    for (const FaultName& fault : FaultNames()) {
+        list += "\n  " + std::string(fault.name) + ": " + std::string(fault.what);
+    }
     return list;
 }
 
 void Declare(CLI::App& app, Arguments& arguments) {
     app.set_version_flag("--version", "ostrova-demo-site " OSTROVA_VERSION);
+    app.footer(FaultList());
     app.add_option("--port", arguments.port, "Port on 127.0.0.1; 0 takes a free one")
         ->check(CLI::Range(0, 65535));
     app.add_option("--port-file", arguments.portFile, "File to write the port into");
@@ -50,7 +59,7 @@ void Declare(CLI::App& app, Arguments& arguments) {
                    "Minutes after Friday 13:00 at which a weekend's pages come out");
     app.add_option("--latest-version", arguments.site.latestVersion,
                    "What the maker's version file names");
-    app.add_option("--fault", arguments.site.fault, "Fault to play: " + FaultList())
+    app.add_option("--fault", arguments.site.fault, "Fault to play; they are listed below")
         ->check([](const std::string& name) {
             return IsFault(name) ? std::string() : "there is no fault \"" + name + "\"";
         });

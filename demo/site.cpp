@@ -143,7 +143,7 @@ Handler SiteHandler(SiteOptions options) {
     if (!options.now)
         options.now = [] { return static_cast<util::EpochSeconds>(std::time(nullptr)); };
     return [options = std::move(options)](const ServerRequest& request, Connection& connection) {
-        if (IsFault(options.fault) && request.target.starts_with(options.faultPrefix)) {
+        if (!options.fault.empty() && request.target.starts_with(options.faultPrefix)) {
             return PlayFault(options.fault, request, connection);
         }
         const std::optional<std::string> page =
