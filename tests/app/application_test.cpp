@@ -4,12 +4,12 @@
 
 #include <sstream>
 
-#include "app/moments.h"
 #include "app/silent_presenter.h"
 #include "support/canned_site.h"
 #include "support/environment.h"
 #include "support/fake_clock.h"
 #include "support/memory_store.h"
+#include "support/moments.h"
 #include "support/recorder.h"
 #include "support/temp_folder.h"
 #include "util/files.h"

@@ -6,10 +6,10 @@
 #include <initializer_list>
 #include <map>
 
-#include "app/moments.h"
 #include "app/settings.h"
 #include "support/environment.h"
 #include "support/fake_clock.h"
+#include "support/moments.h"
 
 namespace ostrova::app {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <initializer_list>
 
-#include "app/moments.h"
 #include "support/environment.h"
+#include "support/moments.h"
 
 namespace ostrova::app {
 namespace {

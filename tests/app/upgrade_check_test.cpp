@@ -5,11 +5,11 @@
 #include <initializer_list>
 #include <thread>
 
-#include "app/moments.h"
 #include "app/upgrade_message.h"
 #include "support/canned_site.h"
 #include "support/environment.h"
 #include "support/fake_clock.h"
+#include "support/moments.h"
 #include "support/recorder.h"
 #include "support/temp_folder.h"
 

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "app/moments.h"
 #include "support/environment.h"
 #include "support/fake_clock.h"
+#include "support/moments.h"
 
 namespace ostrova::app {
 namespace {
