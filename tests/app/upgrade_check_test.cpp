@@ -85,15 +85,6 @@ TEST_F(UpgradeCheckTest, TellsOfANewVersionOnceUnlessAsked) {
     EXPECT_TRUE(folder_.Names("ostrova").empty());  // nothing is left lying about
 }
 
-TEST_F(UpgradeCheckTest, AMajorReleaseHasItsOwnHeadline) {
-    Answer("2.0");
-    const Lines said = Check(CheckKind::Automatic);
-    ASSERT_EQ(said.size(), 1U);
-    EXPECT_TRUE(
-        said[0].starts_with("Question: <font color=red size=+2><b>A major new release of "
-                            "Ostrova is now available!</b></font>\nThis is"));
-}
-
 TEST_F(UpgradeCheckTest, AVersionThatIsNotNewerIsSilentUnlessAsked) {
     for (const char* version : {"1.9", "1.8"}) {
         Answer(version);

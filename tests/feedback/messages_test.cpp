@@ -52,14 +52,5 @@ TEST_F(MessagesTest, SystemErrorsCarryTheSystemsWords) {
                                        "Error: Saving: Failed with error code 28"}));
 }
 
-TEST_F(MessagesTest, TheAnswersAreTheUsers) {
-    recorder_.yesNoAnswers = {true};
-    recorder_.questionAnswers = {1};
-    recorder_.folderAnswers = {"/home/x"};
-    EXPECT_TRUE(messages_.AskYesNo("Really?"));
-    EXPECT_EQ(messages_.QuestionBox({.text = "Which?", .labels = {"a", "b"}}), 1);
-    EXPECT_EQ(messages_.BrowseForFolder("Where", "/"), "/home/x");
-}
-
 }  // namespace
 }  // namespace ostrova::feedback
