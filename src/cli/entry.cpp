@@ -10,6 +10,9 @@
 #include <iostream>
 #include <string_view>
 
+#include "app/settings.h"
+#include "app/site_host.h"
+#include "app/user_stores.h"
 #include "cli/descriptor_buffer.h"
 #include "cli/program.h"
 #include "cli/stoppable_http.h"
@@ -70,6 +73,14 @@ bool WantsColour() {
            Environment("TERM") != "dumb" && !Environment("TERM").empty();
 }
 
+/// The data folder of the settings, which the window and this program share.
+std::string WindowsDataFolder(const std::string& programPath) {
+    const auto store = app::OpenSettingsStore();
+    app::Settings settings;
+    app::LoadSettings({.store = store.get(), .programPath = programPath}, settings);
+    return settings.folder;
+}
+
 Streams MakeStreams(std::ostream& out, const DescriptorBuffer& buffer) {
     Streams streams;
     streams.in = &std::cin;
@@ -94,11 +105,17 @@ int Main(int argc, char** argv) {
     std::ostream out(&buffer);
 
     platform::SystemClock clock;
+    const auto internetSettings = app::OpenInternetStore();
+    const app::HostsResult hosts = app::ReadHosts();
     World world;
     world.streams = MakeStreams(out, buffer);
     world.clock = &clock;
     world.makeHttp = [] { return MakeStoppable(platform::MakeHttpClient(), stopSignal); };
+    world.internetSettings = internetSettings.get();
     world.programPath = platform::ProgramPath();
+    world.defaultDataFolder = [&world] { return WindowsDataFolder(world.programPath); };
+    if (hosts.hosts) world.siteHost = hosts.hosts->site;
+    world.siteHostComplaint = hosts.complaint;
     world.stopSignal = &stopSignal;
     return RunProgram(world, std::vector<std::string>(argv + 1, argv + argc));
 }
