@@ -84,7 +84,13 @@ void LocalMoment::ZoneMayHaveChanged() {
 
 void DueMoment::SetOnLocalClock(EpochSeconds now, int delay) {
     std::tm local = util::LocalTime(now);
-    local.tm_sec += delay;
+    // Days are counted as days: seconds that overflow are taken for time that passes.
+    const int secondOfDay = local.tm_hour * SecondsPerHour + local.tm_min * SecondsPerMinute +
+                            local.tm_sec + delay;
+    local.tm_mday += secondOfDay / SecondsPerDay;
+    local.tm_hour = secondOfDay % SecondsPerDay / SecondsPerHour;
+    local.tm_min = secondOfDay % SecondsPerHour / SecondsPerMinute;
+    local.tm_sec = secondOfDay % SecondsPerMinute;
     local.tm_isdst = -1;
     EpochSeconds moment = util::FromLocalTime(local);
     // Of an hour that comes twice, the plain seconds know which one is meant.
