@@ -4,13 +4,13 @@
 
 #include <sstream>
 
-#include "support/canned_site.h"
-#include "support/environment.h"
-#include "support/fake_clock.h"
-#include "support/memory_store.h"
-#include "support/moments.h"
-#include "support/recorder.h"
-#include "support/temp_folder.h"
+#include "tests/support/canned_site.h"
+#include "tests/support/environment.h"
+#include "tests/support/fake_clock.h"
+#include "tests/support/memory_store.h"
+#include "tests/support/moments.h"
+#include "tests/support/recorder.h"
+#include "tests/support/temp_folder.h"
 #include "util/files.h"
 
 namespace ostrova::app {

@@ -6,9 +6,9 @@
 #include <map>
 
 #include "app/settings.h"
-#include "support/environment.h"
-#include "support/fake_clock.h"
-#include "support/moments.h"
+#include "tests/support/environment.h"
+#include "tests/support/fake_clock.h"
+#include "tests/support/moments.h"
 
 namespace ostrova::app {
 namespace {

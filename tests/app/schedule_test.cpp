@@ -4,8 +4,8 @@
 
 #include <initializer_list>
 
-#include "support/environment.h"
-#include "support/moments.h"
+#include "tests/support/environment.h"
+#include "tests/support/moments.h"
 
 namespace ostrova::app {
 namespace {

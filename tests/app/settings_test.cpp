@@ -5,10 +5,10 @@
 #include <initializer_list>
 
 #include "app/single_instance.h"
-#include "support/environment.h"
-#include "support/memory_store.h"
-#include "support/recorder.h"
-#include "support/temp_folder.h"
+#include "tests/support/environment.h"
+#include "tests/support/memory_store.h"
+#include "tests/support/recorder.h"
+#include "tests/support/temp_folder.h"
 #include "util/files.h"
 
 namespace ostrova::app {

@@ -4,7 +4,7 @@
 
 #include <initializer_list>
 
-#include "support/environment.h"
+#include "tests/support/environment.h"
 
 namespace ostrova::app {
 namespace {

@@ -6,12 +6,12 @@
 #include <thread>
 
 #include "app/upgrade_message.h"
-#include "support/canned_site.h"
-#include "support/environment.h"
-#include "support/fake_clock.h"
-#include "support/moments.h"
-#include "support/recorder.h"
-#include "support/temp_folder.h"
+#include "tests/support/canned_site.h"
+#include "tests/support/environment.h"
+#include "tests/support/fake_clock.h"
+#include "tests/support/moments.h"
+#include "tests/support/recorder.h"
+#include "tests/support/temp_folder.h"
 
 namespace ostrova::app {
 namespace {

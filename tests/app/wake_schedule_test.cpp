@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "support/environment.h"
-#include "support/fake_clock.h"
-#include "support/moments.h"
+#include "tests/support/environment.h"
+#include "tests/support/fake_clock.h"
+#include "tests/support/moments.h"
 
 namespace ostrova::app {
 namespace {

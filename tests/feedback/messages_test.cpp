@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/recorder.h"
+#include "tests/support/recorder.h"
 
 namespace ostrova::feedback {
 namespace {

@@ -5,8 +5,8 @@
 #include <functional>
 #include <limits>
 
-#include "support/fake_clock.h"
-#include "support/recorder.h"
+#include "tests/support/fake_clock.h"
+#include "tests/support/recorder.h"
 
 namespace ostrova::feedback {
 namespace {

@@ -60,14 +60,18 @@ TEST(SystemClock, WakesWhenTheTimeZoneChanges) {
     EXPECT_EQ(clock.WaitUntil(clock.Now() + 100), WakeReason::ClockChanged);
 }
 
+// The sanitizer's own look at an object's type opens a pipe, and here no descriptor is left for
+// one.
+__attribute__((no_sanitize("vptr"))) void WaitWithoutDescriptors() {
+    while (::open("/dev/null", O_RDONLY) >= 0) {
+    }
+    SystemClock clock;
+    const util::EpochSeconds due = clock.Now() + 1;
+    ::_exit(clock.WaitUntil(due) == WakeReason::Due && clock.Now() >= due ? 0 : 1);
+}
+
 TEST(SystemClock, WaitsWithoutTheSystemsHelpToo) {
-    ChildProcess child([] {
-        std::vector<int> all;
-        for (int fd = 0; fd >= 0; fd = ::open("/dev/null", O_RDONLY)) all.push_back(fd);
-        SystemClock clock;
-        const util::EpochSeconds due = clock.Now() + 1;
-        ::_exit(clock.WaitUntil(due) == WakeReason::Due && clock.Now() >= due ? 0 : 1);
-    });
+    ChildProcess child(WaitWithoutDescriptors);
     EXPECT_EQ(child.Wait(), 0);
 }
 
