@@ -5,9 +5,6 @@
 #include <initializer_list>
 #include <sstream>
 
-#include "app/front_door.h"
-#include "tests/support/environment.h"
-
 namespace ostrova::app {
 namespace {
 
@@ -39,23 +36,6 @@ TEST(CommandLine, ReadsLettersUpToTheFirstPlainWord) {
         EXPECT_EQ(errors.str(), c.errors) << c.line;
     }
     EXPECT_EQ(JoinWords(std::vector<std::string>{"-A", "-W", "x y"}), "-A -W x y");
-}
-
-TEST(FrontDoor, AnswersHelpAndVersionAndRefusesWhatCannotWork) {
-    const testing::EnvironmentVariable site("OSTROVA_SITE_HOST", std::nullopt);
-    ::testing::internal::CaptureStdout();
-    EXPECT_EQ(FrontDoor({"-A", "--version"}), 0);
-    EXPECT_EQ(::testing::internal::GetCapturedStdout(), "ostrova 1.9\n");
-    ::testing::internal::CaptureStdout();
-    EXPECT_EQ(FrontDoor({"--help"}), 0);
-    EXPECT_EQ(::testing::internal::GetCapturedStdout().substr(0, 15), "Usage: ostrova ");
-
-    const testing::EnvironmentVariable bad("OSTROVA_MAKER_HOST", "file:///etc");
-    ::testing::internal::CaptureStderr();
-    EXPECT_EQ(FrontDoor({"-A"}), 2);
-    EXPECT_EQ(::testing::internal::GetCapturedStderr(),
-              "ostrova: OSTROVA_MAKER_HOST must be http://host or https://host of at most 53 "
-              "characters, not 'file:///etc'\n");
 }
 
 }  // namespace
