@@ -12,6 +12,7 @@
 #include "platform/whole_file.h"
 #include "playlists/mark_matches.h"
 #include "playlists/page_cache.h"
+#include "playlists/transfer.h"
 #include "util/files.h"
 #include "util/format.h"
 
@@ -49,7 +50,9 @@ void Application::Start(const CommandLine& commandLine) {
     EnterDataFolder();
     platform::SweepLeftovers(settings_.folder);
     platform::SweepLeftovers(util::JoinPath(settings_.folder, "Cache"));
-    if (!parts_.settingsFolder.empty()) platform::SweepLeftovers(parts_.settingsFolder);
+    for (const std::string& folder : {parts_.settingsFolder, playlists::TempFolder()}) {
+        if (!folder.empty()) platform::SweepLeftovers(folder);
+    }
 
     upgradeHttp_ = parts_.makeHttp();
     upgrades_ = std::make_unique<UpgradeCheck>(

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 
 #include "cli/call.h"
@@ -98,8 +99,8 @@ public:
     void AddOptions(CLI::App& app, CommonOptions& /*common*/) override {
         AddRange(app, range_);
         AddTextOption(app, "--jobs", "N", jobs_,
-                      "Fetch N pages at a time, each over a connection of its own: 1 to 4, "
-                      "by default 2.");
+                      "Fetch N pages at a time, each over a connection of its own; by default 2, "
+                      "and never more than 4.");
     }
 
     [[nodiscard]] bool Run(Session& session) override {
@@ -125,9 +126,11 @@ private:
     [[nodiscard]] std::optional<int> Jobs(Session& session) const {
         if (!jobs_) return playlists::DefaultFetchJobs;
         const auto jobs = util::WholeNumber(*jobs_);
-        if (jobs && *jobs >= 1 && *jobs <= playlists::MostFetchJobs) return static_cast<int>(*jobs);
-        session.Complain(util::Format("--jobs must be a number from 1 to %d, not '%s'.",
-                                      playlists::MostFetchJobs, jobs_->substr(0, 100)));
+        if (jobs && *jobs >= 1) {
+            return static_cast<int>(std::min<long long>(*jobs, playlists::MostFetchJobs));
+        }
+        session.Complain(
+            util::Format("--jobs must be a number of 1 or more, not '%s'.", jobs_->substr(0, 100)));
         return std::nullopt;
     }
 

@@ -2,6 +2,7 @@
 
 #include "app/site_host.h"
 #include "matching/search_list_store.h"
+#include "platform/whole_file.h"
 #include "util/files.h"
 #include "util/format.h"
 #include "util/path.h"
@@ -69,7 +70,10 @@ std::optional<playlists::PageSource> Session::Source() {
     const auto host = SiteHost();
     if (!host) return std::nullopt;
     if (!EnterDataFolder(Missing::Create)) return std::nullopt;
-    if (!http_) http_ = world_.makeHttp();
+    if (!http_) {
+        http_ = world_.makeHttp();
+        platform::SweepLeftovers(util::JoinPath(dataFolder_, "Cache"));
+    }
     playlists::PageSource source;
     source.tools = {.http = http_.get(),
                     .messages = &messages_,

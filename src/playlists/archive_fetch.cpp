@@ -59,12 +59,14 @@ public:
     }
 
     ArchiveFetchResult Perform() {
-        platform::SweepLeftovers(util::JoinPath(*source_.dataFolder, "Cache"));
+        if (workers_.Threads() == 0)
+            End(ArchiveEnd::GivenUp, "the system gives no thread to fetch with");
         Feed();
         while (!end_ && (workers_.Open() > 0 || next_ < pages_.size())) {
             if (auto answer = workers_.Next(Patience)) {
+                const bool wasTrouble = answer->IsTrouble();
                 Handle(*std::move(answer));
-                if (!end_) workers_.GoOn();
+                if (wasTrouble && !end_) workers_.GoOn();
             }
             if (BatchIsDue()) Commit();
             Feed();
@@ -136,6 +138,7 @@ private:
                 "the server asks to be left alone for " + feedback::FormatDuration(pause));
             return;
         }
+        Commit();  // what was had waits for no server
         const std::int64_t due = source_.clock->SteadyMilliseconds() + std::int64_t{1000} * seconds;
         while (!end_ && source_.clock->SteadyMilliseconds() < due) {
             source_.clock->Sleep(Patience);
@@ -145,13 +148,13 @@ private:
         if (!end_) workers_.AddFirst(std::move(answer.task));
     }
 
-    /// As when a window fetches the index: one that could not be had leaves none.
+    /// An index that could not be had leaves what an older one says, if there is one.
     void TakeIndex(const FetchAnswer& answer) {
         awaitingIndex_ = false;
         const EpochSeconds showTime = ShowTimeOf(pages_[answer.task.id - pages_.size()]);
         const std::string path = CachePath(*source_.dataFolder, YearIndexCacheName(showTime));
         if (!answer.result.Ok()) {
-            std::remove(path.c_str());
+            if (answer.result.contentBegan) std::remove(path.c_str());
             CountFailure(answer.Missing(), Reason(answer.result));
             return;
         }

@@ -16,7 +16,15 @@ bool LoadShow(const PageSource& source, Playlist& playlist, EpochSeconds showTim
                                .force = false,
                                .cacheOnly = source.offline,
                                .interactive = source.interactive};
-    if (!FetchPage(source.tools, page.cachePath, page.address, options, last)) return false;
+    TransferResult transfer;
+    const bool had = FetchPage(source.tools, page.cachePath, page.address, options, &transfer);
+    if (last != nullptr) {
+        *last = transfer;
+        last->reachedNetwork |= page.index.reachedNetwork;
+        last->retryAfterSeconds =
+            std::max(transfer.retryAfterSeconds, page.index.retryAfterSeconds);
+    }
+    if (!had) return false;
     // A page that could not be read is not a page without songs: nothing is known about it, and it
     // stays. One without songs goes, so that it is fetched again; it counts as had all the same.
     const PageStatus status = ParsePlaylistPage(playlist, page.cachePath, *source.tools.messages);

@@ -28,7 +28,8 @@ struct RunResult {
 };
 
 /// Loads one show into `playlist`. True when the page was had, even if it held no song; a page that
-/// was read and held none leaves the cache. `last`, when given, receives the transfer's result.
+/// was read and held none leaves the cache. `last`, when given, receives the page's transfer's
+/// result; its network flag and pause take in the year index's transfer.
 bool LoadShow(const PageSource& source, Playlist& playlist, EpochSeconds showTime,
               bool allowAutodial, TransferResult* last = nullptr);
 

@@ -1,5 +1,6 @@
 #include "playlists/fetch_workers.h"
 
+#include <system_error>
 #include <utility>
 
 namespace ostrova::playlists {
@@ -11,11 +12,16 @@ constexpr std::size_t MostWaitingBytes = 16 * 1024 * 1024;
 }  // namespace
 
 FetchWorkers::FetchWorkers(const HttpClientFactory& makeClient, int count) {
-    for (int i = 0; i < count; ++i) {
-        threads_.emplace_back([this, makeClient] {
-            const auto client = makeClient();
-            Work(*client);
-        });
+    threads_.reserve(static_cast<std::size_t>(count));
+    try {
+        for (int i = 0; i < count; ++i) {
+            threads_.emplace_back([this, makeClient] {
+                const auto client = makeClient();
+                Work(*client);
+            });
+        }
+    } catch (const std::system_error&) {
+        // The system gives no more threads; those that run will do.
     }
 }
 
@@ -62,7 +68,7 @@ std::optional<FetchAnswer> FetchWorkers::Next(std::chrono::milliseconds patience
 void FetchWorkers::GoOn() {
     {
         const std::lock_guard lock(mutex_);
-        held_ = false;
+        --troubles_;
     }
     taskCame_.notify_all();
 }
@@ -74,7 +80,7 @@ void FetchWorkers::Work(platform::HttpClient& client) {
 std::optional<FetchTask> FetchWorkers::Take() {
     std::unique_lock lock(mutex_);
     taskCame_.wait(lock, [this] {
-        return ending_ || (!tasks_.empty() && !held_ && answeredBytes_ < MostWaitingBytes);
+        return ending_ || (!tasks_.empty() && troubles_ == 0 && answeredBytes_ < MostWaitingBytes);
     });
     if (ending_) return std::nullopt;
     FetchTask task = std::move(tasks_.front());
@@ -93,7 +99,7 @@ FetchAnswer FetchWorkers::Fetch(platform::HttpClient& client, FetchTask task) co
 void FetchWorkers::Deliver(FetchAnswer answer) {
     {
         const std::lock_guard lock(mutex_);
-        if (!answer.result.Ok() && !answer.Missing()) held_ = true;
+        if (answer.IsTrouble()) ++troubles_;
         answeredBytes_ += answer.body.size();
         answers_.push_back(std::move(answer));
     }

@@ -38,14 +38,18 @@ struct FetchAnswer {
     [[nodiscard]] bool Missing() const {
         return result.httpStatus == 404 || result.httpStatus == 410;
     }
+
+    /// Neither a page nor a plain "no such page".
+    [[nodiscard]] bool IsTrouble() const { return !result.Ok() && !Missing(); }
 };
 
-/// Owned and called by one thread. An answer that is neither a page nor a plain "no such page"
-/// stops the taking of further tasks until the owner has seen it and calls `GoOn`: a server in
-/// trouble is not asked again before that.
+/// Owned and called by one thread. An answer that is trouble stops the taking of further tasks
+/// until the owner has dealt with it and calls `GoOn`: a server in trouble is not asked again
+/// before that.
 class FetchWorkers {
 public:
-    /// `makeClient` is called once on each of the `count` threads.
+    /// `makeClient` is called once on each of the `count` threads. Where the system gives fewer
+    /// threads, those do all the work; see `Threads`.
     FetchWorkers(const HttpClientFactory& makeClient, int count);
     /// Cancels what is under way and waits for the threads, which takes a fraction of a second.
     ~FetchWorkers();
@@ -59,7 +63,11 @@ public:
     /// The next answer, in order of arrival; nothing when none came within `patience`.
     [[nodiscard]] std::optional<FetchAnswer> Next(std::chrono::milliseconds patience);
 
+    /// One answer that was trouble is dealt with.
     void GoOn();
+
+    /// How many threads there are: none when the system gave none, and then no answer ever comes.
+    [[nodiscard]] std::size_t Threads() const { return threads_.size(); }
 
     /// How many tasks were added whose answers were not handed out yet.
     [[nodiscard]] std::size_t Open() const { return open_; }
@@ -79,7 +87,7 @@ private:
     std::deque<FetchTask> tasks_;
     std::deque<FetchAnswer> answers_;
     std::size_t answeredBytes_ = 0;
-    bool held_ = false;
+    int troubles_ = 0;  // answers that were trouble and are not dealt with yet
 
     std::vector<std::thread> threads_;  // last: they use all of the above
 };

@@ -22,8 +22,8 @@ constexpr const char* CurrentGuestFile = "guestDefault.htm";
 using GuestReader = GuestInfo (*)(std::string_view bytes, std::string_view pageAddress,
                                   util::EpochSeconds saturday);
 
-/// Fetches a guest page and reads it; one that can't be read is reported and removed, so that it is
-/// fetched again next time.
+/// Fetches a guest page and reads it; one that can't be read is reported. One that can't even be
+/// opened is removed, so that it is fetched again next time.
 GuestInfo FetchAndRead(const PageSource& source, GuestReader reader, const std::string& path,
                        const std::string& address, const FetchOptions& options,
                        EpochSeconds saturday) {
@@ -31,7 +31,7 @@ GuestInfo FetchAndRead(const PageSource& source, GuestReader reader, const std::
     util::FileContent page = util::ReadFile(path, PageLimit);
     if (!page.Ok()) {
         source.tools.messages->ShowError("Couldn't open '%s' for reading.", path);
-        std::remove(path.c_str());
+        if (page.status == util::ReadStatus::CannotOpen) std::remove(path.c_str());
         return {};
     }
     util::ToTextMode(page.bytes);
@@ -67,9 +67,13 @@ bool LoadGuestInfo(const PageSource& source, GuestState& guest, WeekendAnchor an
         if (util::IsBlank(guest.shown.text)) {
             FetchOptions currentOptions = yearOptions;
             currentOptions.force = true;
-            guest.shown = FetchAndRead(source, ReadCurrentGuestPage, CurrentGuestFile,
-                                       source.siteHost + "/vantra/guest/default.htm",
-                                       currentOptions, saturday);
+            const GuestInfo current = FetchAndRead(source, ReadCurrentGuestPage, CurrentGuestFile,
+                                                   source.siteHost + "/vantra/guest/default.htm",
+                                                   currentOptions, saturday);
+            // It adds to what the yearly page said without naming the guest.
+            if (current.text) guest.shown.text = current.text;
+            if (current.link) guest.shown.link = current.link;
+            guest.shown.bothNights |= current.bothNights;
         }
         if (!util::IsBlank(guest.shown.text)) guest.latest = guest.shown;
     }

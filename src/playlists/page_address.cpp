@@ -81,7 +81,7 @@ PageAddress ComputePageAddress(const PageSource& source, WantCachePath wantCache
                                .cacheOnly = source.offline,
                                .interactive = source.interactive};
     const std::string indexAddress = YearIndexAddress(source.siteHost, showTime);
-    result.address = FetchPage(source.tools, indexPath, indexAddress, options)
+    result.address = FetchPage(source.tools, indexPath, indexAddress, options, &result.index)
                          ? AddressFromIndex(source, indexPath, showTime)
                          : AddressWithoutIndex(source, showTime, local);
     return result;

@@ -36,6 +36,7 @@ struct PageAddress {
     std::string address;
     std::string cachePath;  // empty unless it was asked for
     bool cached = false;    // the page is there; `address` is then only its file name
+    TransferResult index;   // of the year index's transfer, when one was made
 };
 
 enum class WantCachePath { No, Yes };

@@ -69,6 +69,8 @@ public:
         result.reachedNetwork = response.reachedNetwork;
         result.retryAfterSeconds = response.retryAfterSeconds;
         result.status = Judge(response);
+        result.contentBegan =
+            !result.Ok() && status_ == StatusOk && (!bytes_.empty() || isCancelled_);
         if (!result.Ok()) bytes_.clear();
         return result;
     }
@@ -194,7 +196,9 @@ TransferResult DownloadToFile(const TransferTools& tools, const Download& downlo
     std::string bytes;
     TransferResult result = DownloadBytes(tools, download, bytes);
     if (!result.Ok()) {
-        RemoveFile(download.localPath);
+        // What fails half-way takes the old file with it. A server that could not be reached, or
+        // had no such page, says nothing about the page that is there.
+        if (result.contentBegan) RemoveFile(download.localPath);
         return result;
     }
     if (!platform::WriteWholeFile(download.localPath, bytes).ok) {

@@ -54,6 +54,7 @@ struct TransferResult {
     int httpStatus = 0;           // 0 when no answer arrived
     bool reachedNetwork = false;  // false: the request never left the machine
     int retryAfterSeconds = 0;    // asked for by a 429 or 503
+    bool contentBegan = false;    // failed when the file's content was on its way already
     bool wasLocal = false;        // a path was copied; its failure has been told in any case
 
     [[nodiscard]] bool Ok() const { return status == TransferStatus::Done; }
@@ -76,10 +77,10 @@ struct Download {
 TransferResult DownloadBytes(const TransferTools& tools, const Download& download,
                              std::string& bytes);
 
-/// Fetches `download.url` into the file, whole or not at all; what is a success is said above. When
-/// the server or the road to it fails, the file of that name is removed; when the disk does, it
-/// stays as it was. An address that names an existing path (only when it may be local) is copied,
-/// and a failure of that is always told.
+/// Fetches `download.url` into the file, whole or not at all; what is a success is said above. A
+/// failure after the content began to arrive removes the file of that name; any other, the disk's
+/// included, leaves it as it was. An address that names an existing path (only when it may be
+/// local) is copied, and a failure of that is always told.
 TransferResult DownloadToFile(const TransferTools& tools, const Download& download);
 
 /// The outcome of a posted form.
@@ -97,7 +98,7 @@ PostResult PostForm(const TransferTools& tools, std::size_t replySize, const std
 /// What `FetchPage` may do. The defaults are a background check's.
 struct FetchOptions {
     bool allowAutodial = false;
-    bool force = false;        // fetch even what is cached; a failure keeps nothing of it
+    bool force = false;        // fetch even what is cached
     bool cacheOnly = false;    // only answer whether it is cached
     bool interactive = false;  // show progress
 };

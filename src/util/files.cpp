@@ -34,6 +34,20 @@ std::string ErrorText(int error) {
     return std::system_category().message(error);
 }
 
+ReadStatus StatusOfOpen(int error) {
+    switch (error) {
+        case ENOENT:
+        case ENOTDIR:
+            return ReadStatus::NotThere;
+        case EACCES:
+        case EPERM:
+        case ELOOP:
+            return ReadStatus::CannotOpen;
+        default:
+            return ReadStatus::Failed;
+    }
+}
+
 void Fail(FileContent& content, ReadStatus status, std::string detail) {
     content.status = status;
     content.bytes.clear();
@@ -134,8 +148,7 @@ void ReadFileInto(const std::string& path, std::size_t limit, FileContent& conte
     // Without O_NONBLOCK opening a FIFO would wait for its writer.
     const ReadDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     if (file.Get() < 0) {
-        const bool missing = errno == ENOENT || errno == ENOTDIR;
-        return Fail(content, missing ? ReadStatus::NotThere : ReadStatus::Failed, ErrorText(errno));
+        return Fail(content, StatusOfOpen(errno), ErrorText(errno));
     }
     struct stat info {};
     if (::fstat(file.Get(), &info) != 0) {

@@ -42,7 +42,14 @@ enum class WantAccess { Any, Writable };
                                                          std::string_view name, WantKind kind);
 
 /// How reading a file ended.
-enum class ReadStatus { Done, NotThere, NotRegular, TooLarge, Failed };
+enum class ReadStatus {
+    Done,
+    NotThere,
+    CannotOpen,  // it is there, and the user may not open it
+    NotRegular,
+    TooLarge,
+    Failed,  // the system could not read it, or has no means left to open it
+};
 
 struct FileContent {
     ReadStatus status = ReadStatus::Failed;

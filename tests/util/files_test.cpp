@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "tests/support/temp_folder.h"
 
@@ -39,6 +40,8 @@ TEST(Files, ReadsRegularFilesOnlyAndOnlyUpToTheLimit) {
     EXPECT_EQ(ReadFile(folder.Path("missing"), 10).status, ReadStatus::NotThere);
     EXPECT_EQ(ReadFile(file + "/below", 10).status, ReadStatus::NotThere);
     EXPECT_EQ(ReadFile(folder.Path(), 10).status, ReadStatus::NotRegular);
+    ASSERT_EQ(::symlink("loop", folder.Path("loop").c_str()), 0);
+    EXPECT_EQ(ReadFile(folder.Path("loop"), 10).status, ReadStatus::CannotOpen);
     ASSERT_EQ(::mkfifo(folder.Path("fifo").c_str(), 0600), 0);
     EXPECT_EQ(ReadFile(folder.Path("fifo"), 10).status, ReadStatus::NotRegular);  // and no hang
     EXPECT_EQ(ReadFile("/proc/self/cmdline", 1).status, ReadStatus::TooLarge);    // told as 0 bytes
