@@ -78,15 +78,6 @@ bool Reset(Connection& connection) {
     return false;
 }
 
-bool ResetAtOnce(Connection& connection) {
-    connection.Reset();
-    return false;
-}
-
-bool Hangup(Connection&) {
-    return false;
-}
-
 bool CloseKept(Connection& connection) {
     SendAnswer(connection, 200, FaultPage());
     return false;
@@ -201,12 +192,8 @@ bool Status(Connection& connection, std::string_view statusLine, std::string_vie
         Answer(statusLine, Length(static_cast<long long>(body.size())).append(headers), body));
 }
 
-bool NoContent(Connection& connection) {
-    return connection.Send(Answer("204 No Content", "", ""));
-}
-
-bool NotModified(Connection& connection) {
-    return connection.Send(Answer("304 Not Modified", "", ""));
+bool Bare(Connection& connection, std::string_view statusLine) {
+    return connection.Send(Answer(statusLine, "", ""));
 }
 
 bool ErrorPage(Connection& connection) {
@@ -304,8 +291,12 @@ const Fault Faults[] = {
     {{"drip", "sends the body at 2 bytes a second"}, Any<Drip>},
     {{"slow", "sends the body at 2,000 bytes a second, whole"}, Any<Slow>},
     {{"reset", "resets the connection in the middle of the body"}, Any<Reset>},
-    {{"reset-early", "resets the connection instead of answering"}, Any<ResetAtOnce>},
-    {{"hangup", "closes the connection instead of answering"}, Any<Hangup>},
+    {{"reset-early", "resets the connection instead of answering"}, Any<[](Connection& c) {
+         c.Reset();
+         return false;
+     }>},
+    {{"hangup", "closes the connection instead of answering"},
+     Any<[](Connection&) { return false; }>},
     {{"close-kept", "answers well, then closes a connection that it said it would keep"},
      Any<CloseKept>},
     {{"trunc", "announces twice the length that it sends"}, Any<Truncated>},
@@ -348,11 +339,13 @@ const Fault Faults[] = {
     {{"503", "is being repaired, for two hours"}, Any<[](Connection& c) {
          return Status(c, "503 Service Unavailable", "Retry-After: 7200\r\n");
      }>},
-    {{"204", "answers that there is nothing to see"}, Any<NoContent>},
+    {{"204", "answers that there is nothing to see"},
+     Any<[](Connection& c) { return Bare(c, "204 No Content"); }>},
     {{"206", "sends a part that nobody asked for"}, Any<[](Connection& c) {
          return Status(c, "206 Partial Content", "Content-Range: bytes 0-46/1000\r\n");
      }>},
-    {{"304", "answers that nothing has changed"}, Any<NotModified>},
+    {{"304", "answers that nothing has changed"},
+     Any<[](Connection& c) { return Bare(c, "304 Not Modified"); }>},
     {{"error-page", "sends an error page with status 200"}, Any<ErrorPage>},
     {{"empty", "sends nothing with status 200"}, Any<Empty>},
     {{"endless", "sends 100 MB without announcing a length"}, Any<EndlessUnknown>},
@@ -390,12 +383,8 @@ bool PlayFault(std::string_view name, const ServerRequest& request, Connection& 
 const std::string& FaultPage() {
     static const std::string page = [] {
         std::string text = "<html><head><title>Playlist</title></head><body><table>\n";
-        for (int i = 1; i <= 20; ++i) {
-            const std::string number = std::to_string(i);
-            text += "<tr><td>" + number + "</td><td>Song " + number + "</td><td>Artist " + number +
-                    "</td></tr>\n";
-        }
-        return text + "</table></body></html>\n";
+        for (int i = 0; i < 30; ++i) text += "<tr><td>9:30</td><td>Song</td><td>Artist</td></tr>\n";
+        return text.append("</table></body></html>\n");
     }();
     return page;
 }

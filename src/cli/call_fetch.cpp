@@ -75,8 +75,9 @@ public:
 
     bool OnProgress(const playlists::ArchiveProgress& progress) override {
         const auto now = session_.Outside().clock->SteadyMilliseconds();
+        // A reader of the lines sees them as they come, and before the status line is drawn anew.
+        session_.StandardStreams().out->flush();
         session_.Line().Show(FetchProgressLine(progress, now - start_));
-        session_.StandardStreams().out->flush();  // a reader of the lines sees them as they come
         return !session_.ShouldStop();
     }
 

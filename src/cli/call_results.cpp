@@ -40,6 +40,7 @@ public:
     }
 
     [[nodiscard]] bool Run(Session& session) override {
+        if (!session.EnterDataFolder(Session::Missing::Create)) return false;
         const auto items = session.SearchItems();
         if (!items) return false;
         playlists::WeekendState state;

@@ -8,8 +8,12 @@
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
+#include <mutex>
 #include <string_view>
 
+#include "app/settings.h"
+#include "app/site_host.h"
+#include "app/user_stores.h"
 #include "cli/descriptor_buffer.h"
 #include "cli/program.h"
 #include "cli/stoppable_http.h"
@@ -27,11 +31,12 @@ void NoteSignal(int number) {
     stopSignal.store(number);
 }
 
+/// For calls that fetch: they have something to clean up. Any other is ended by the signal itself.
 void ListenForSignals() {
     struct sigaction action {};
     action.sa_handler = NoteSignal;
-    // Waiting calls go on after it, so that nothing mistakes it for a failure; a second signal of
-    // the kind ends a program that does not listen.
+    // Waiting calls go on after it, so that nothing mistakes it for a failure. A second signal of
+    // the kind ends the program at once.
     action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
     for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
         struct sigaction before {};
@@ -39,10 +44,18 @@ void ListenForSignals() {
         // What whoever started this wants ignored (nohup does) stays so.
         if (before.sa_handler != SIG_IGN) ::sigaction(number, &action, nullptr);
     }
-    // A reader that goes away shows as a failed write, which ends the program quietly.
+}
+
+/// A reader that goes away and a file that reaches its size limit show as failed writes.
+void IgnoreWriteSignals() {
     std::signal(SIGPIPE, SIG_IGN);
-    // So does a file that reaches its size limit.
     std::signal(SIGXFSZ, SIG_IGN);
+}
+
+std::unique_ptr<platform::HttpClient> MakeClient() {
+    static std::once_flag listening;
+    std::call_once(listening, ListenForSignals);
+    return MakeStoppable(platform::MakeHttpClient(), stopSignal);
 }
 
 /// A standard stream that is closed gets a descriptor on which its use fails: otherwise the next
@@ -70,6 +83,14 @@ bool WantsColour() {
            Environment("TERM") != "dumb" && !Environment("TERM").empty();
 }
 
+/// The data folder of the settings, which the window and this program share.
+std::string WindowsDataFolder(const std::string& programPath) {
+    const auto store = app::OpenSettingsStore();
+    app::Settings settings;
+    app::LoadSettings({.store = store.get(), .programPath = programPath}, settings);
+    return settings.folder;
+}
+
 Streams MakeStreams(std::ostream& out, const DescriptorBuffer& buffer) {
     Streams streams;
     streams.in = &std::cin;
@@ -88,17 +109,23 @@ Streams MakeStreams(std::ostream& out, const DescriptorBuffer& buffer) {
 
 int Main(int argc, char** argv) {
     HoldStandardDescriptors();
-    ListenForSignals();
+    IgnoreWriteSignals();
     std::ios::sync_with_stdio(false);
     DescriptorBuffer buffer(STDOUT_FILENO);
     std::ostream out(&buffer);
 
     platform::SystemClock clock;
+    const auto internetSettings = app::OpenInternetStore();
+    const app::HostsResult hosts = app::ReadHosts();
     World world;
     world.streams = MakeStreams(out, buffer);
     world.clock = &clock;
-    world.makeHttp = [] { return MakeStoppable(platform::MakeHttpClient(), stopSignal); };
+    world.makeHttp = MakeClient;
+    world.internetSettings = internetSettings.get();
     world.programPath = platform::ProgramPath();
+    world.defaultDataFolder = [&world] { return WindowsDataFolder(world.programPath); };
+    if (hosts.hosts) world.siteHost = hosts.hosts->site;
+    world.siteHostComplaint = hosts.complaint;
     world.stopSignal = &stopSignal;
     return RunProgram(world, std::vector<std::string>(argv + 1, argv + argc));
 }

@@ -9,6 +9,7 @@
 #include <ostream>
 #include <system_error>
 
+#include "app/version.h"
 #include "cli/call.h"
 #include "cli/help_page.h"
 #include "cli/session.h"
@@ -38,7 +39,7 @@ class Program {
 public:
     explicit Program(const World& world) : world_(world), calls_(MakeCalls()) {
         app_.set_help_flag("-h,--help", "Print a page of help.");
-        app_.set_version_flag("--version", "ostrova-cli " OSTROVA_VERSION,
+        app_.set_version_flag("--version", "ostrova-cli " + std::string(app::ProgramVersion),
                               "Print the program's version.");
         AddCommonOptions(app_, options_);
         app_.require_subcommand(0, 1);  // that there is none is told in plainer words below

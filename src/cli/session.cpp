@@ -1,6 +1,6 @@
 #include "cli/session.h"
 
-#include "cli/site_host.h"
+#include "app/site_host.h"
 #include "matching/search_list_store.h"
 #include "util/files.h"
 #include "util/format.h"
@@ -9,6 +9,7 @@
 namespace ostrova::cli {
 namespace {
 
+constexpr std::size_t LongestQuote = 200;
 constexpr std::size_t LongestList = 64 * 1024 * 1024;
 
 }  // namespace
@@ -49,15 +50,24 @@ bool Session::EnterDataFolder(Missing missing) {
     return true;
 }
 
-std::optional<playlists::PageSource> Session::Source() {
-    const std::string& wanted = options_.siteHost ? *options_.siteHost : world_.siteHost;
-    const auto host = CheckSiteHost(wanted);
-    if (!host) {
-        Complain(util::Format("%s must be http://host or https://host, not '%s'.",
-                              options_.siteHost ? "--site-host" : "OSTROVA_SITE_HOST",
-                              wanted.substr(0, 200)));
-        return std::nullopt;
+std::optional<std::string> Session::SiteHost() {
+    if (!options_.siteHost) {
+        if (!world_.siteHost) Complain(world_.siteHostComplaint);
+        return world_.siteHost;
     }
+    auto host = app::CheckHost(*options_.siteHost, app::LongestSiteHost);
+    if (!host) {
+        Complain(
+            util::Format("--site-host must be http://host or https://host of at most %d "
+                         "characters, not '%s'.",
+                         app::LongestSiteHost, options_.siteHost->substr(0, LongestQuote)));
+    }
+    return host;
+}
+
+std::optional<playlists::PageSource> Session::Source() {
+    const auto host = SiteHost();
+    if (!host) return std::nullopt;
     if (!EnterDataFolder(Missing::Create)) return std::nullopt;
     if (!http_) http_ = world_.makeHttp();
     playlists::PageSource source;

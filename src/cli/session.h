@@ -63,6 +63,7 @@ public:
     [[nodiscard]] std::optional<std::vector<matching::SearchItem>> SearchItems();
 
 private:
+    [[nodiscard]] std::optional<std::string> SiteHost();
     [[nodiscard]] std::optional<std::vector<matching::SearchItem>> ReadListFile();
 
     const World& world_;

@@ -37,7 +37,9 @@ bool LoadWeekend(Session& session, const std::optional<std::string>& text,
     state.displayedWeekend = *weekend;
     if (!text) {
         const bool isOver = playlists::CurrentWeekend(session.Outside().clock->Now()).weekendOver;
-        return playlists::StartupLoad(*source, state, isOver).found;  // which tells when not
+        const bool found = playlists::StartupLoad(*source, state, isOver).found;
+        if (!found && source->offline) session.Hint("With --offline only the cache was looked at.");
+        return found;  // that it was not has been told
     }
     const bool had = playlists::WeekendRun(*source, state, weekend->anchor, /*allowAutodial=*/true,
                                            IsCurrentWeekend(session, *weekend))

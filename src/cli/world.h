@@ -38,7 +38,10 @@ struct World {
     platform::SettingsStore* internetSettings = nullptr;  // may be null
     /// The window's data folder, made when it is missing.
     std::function<std::string()> defaultDataFolder;
-    std::string siteHost;     // where pages come from unless a call says otherwise
+    /// Where pages come from unless a call says otherwise; nothing when the environment's choice
+    /// can't be used, and then why, in one line.
+    std::optional<std::string> siteHost;
+    std::string siteHostComplaint;
     std::string programPath;  // the program's own file
     /// The number of the signal that asks the program to end; 0 until then.
     const std::atomic<int>* stopSignal = nullptr;

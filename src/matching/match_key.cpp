@@ -2,19 +2,68 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <utility>
 
 #include "matching/match_key_tables.h"
 #include "util/ascii.h"
-#include "util/text.h"
 
 namespace ostrova::matching {
 namespace {
 
-constexpr PerfectTable<7> Words(WordRows, ~0ull);
-constexpr PerfectTable<6> Endings(EndingRows, 0xFFFFFF);
+constexpr PerfectTable<7, Finds::Words> Words(WordRows);
+constexpr PerfectTable<6, Finds::Endings> Endings(EndingRows);
 
-/// Writes the letters and digits of a text's key, word by word, each byte looked at once.
+char KeyByte(char byte) {
+    return KeyBytes[static_cast<unsigned char>(byte)];
+}
+
+/// Eight bytes as one number, the first one lowest.
+std::uint64_t LoadEight(const char* from) {
+    const auto at = [from](unsigned i) {
+        return std::uint64_t{static_cast<unsigned char>(from[i])} << 8 * i;
+    };
+    return at(0) | at(1) | at(2) | at(3) | at(4) | at(5) | at(6) | at(7);
+}
+
+void StoreEight(std::uint64_t bytes, char* to) {
+    if constexpr (std::endian::native == std::endian::little) {
+        std::memcpy(to, &bytes, sizeof(bytes));
+    } else {
+        for (unsigned i = 0; i < 8; ++i) to[i] = static_cast<char>(bytes >> 8 * i);
+    }
+}
+
+/// Eight bytes of a text that begin with so many ASCII letters, in upper case.
+struct Chunk {
+    std::uint64_t upper;
+    int letterCount;
+};
+
+Chunk ReadChunk(std::uint64_t bytes) {
+    constexpr std::uint64_t EachByte = 0x0101010101010101u;
+    constexpr std::uint64_t HighBits = 0x80 * EachByte;
+    // The high bit of each byte tells of that byte; no sum carries into the next one.
+    const std::uint64_t lower = (bytes | 0x20 * EachByte) & ~HighBits;
+    const std::uint64_t fromA = lower + (0x80 - 'a') * EachByte;
+    const std::uint64_t pastZ = lower + (0x7F - 'z') * EachByte;
+    const std::uint64_t letters = fromA & ~pastZ & ~bytes & HighBits;
+    return {bytes & ~(letters >> 2), std::countr_zero(~letters & HighBits) / 8};
+}
+
+/// A word that was just written.
+struct Word {
+    std::uint64_t first;  // see `FirstLetters`
+    std::uint64_t last;   // see `LastLetters`
+    std::size_t length;
+};
+
+/// Writes the letters and digits of a key, word by word. A word of up to seven plain letters is
+/// read, measured, copied and looked up as one number, and rows are applied by arithmetic: how long
+/// words are and which of them have a row is what no processor foresees.
 ///
 /// The rules speak of one buffer that is rewritten while it is read: a word begins where the byte
 /// before it is no letter. As long as nothing has become shorter, that byte is the last one
@@ -22,73 +71,100 @@ constexpr PerfectTable<6> Endings(EndingRows, 0xFFFFFF);
 /// shorter, it is the byte read: "The Me&You" has one.
 class KeyWriter {
 public:
-    /// `out` has room for two bytes for each byte of the text.
-    KeyWriter(char* out, TextKind kind) : out_(out), kind_(kind) {}
+    /// What is written for a text of `length` bytes, each of which may fold to two, and what is
+    /// written past it on the way.
+    static constexpr std::size_t RoomFor(std::size_t length) { return 2 * length + 8; }
 
-    /// `text` does not end in white space. Returns the end of what was written.
-    char* Write(std::string_view text) {
-        const char* position = text.data();
-        const char* const end = position + text.size();
-        while (position != end) {
-            position = TakeWord(position, end);
-            if (position == end) break;
-            const char byte = KeyByte(*position++);
-            if (byte == JoinerSign)
-                *out_++ = 'n';
-            else if (byte != Dropped)
-                *out_++ = byte;
-            beginsWord_ = byte != JoinerSign || isShorter_;
+    /// The eight bytes before `end` can be read, even if the text is shorter.
+    KeyWriter(const char* text, const char* end, TextKind kind, char* out)
+        : position_(text), end_(end), out_(out), kindBit_(KindBit(kind)) {}
+
+    /// Returns the end of what was written. The text does not end in white space.
+    char* Write() {
+        for (;;) {
+            const Word word = TakeWord();
+            Apply(Choose(word));
+            if (position_ == end_) return out_;
+            TakeOther();
         }
-        return out_;
     }
 
 private:
-    static char KeyByte(char byte) { return KeyBytes[static_cast<unsigned char>(byte)]; }
-
-    const char* TakeWord(const char* position, const char* end) {
-        char* const word = out_;
-        std::uint64_t letters = 0;
-        for (; position != end; ++position) {
-            const char byte = KeyByte(*position);
-            if (byte >= 'A') {
-                letters = AppendLetter(letters, byte);
-                *out_++ = byte;
-            } else if (byte == TwoLetters) {
-                for (const char letter : FoldLetter(*position)) {
-                    letters = AppendLetter(letters, letter);
-                    *out_++ = letter;
-                }
-            } else {
-                break;
-            }
-        }
-        Rewrite(word, letters, position == end);
-        return position;
+    /// Eight bytes of the text from here on; zeros behind its end.
+    [[nodiscard]] std::uint64_t Load() const {
+        const char* const from = std::min(position_, end_ - 8);
+        const auto passed = static_cast<unsigned>(position_ - from);
+        return passed == 8 ? 0 : LoadEight(from) >> 8 * passed;
     }
 
-    /// Replaces the word written from `word` on, or its ending, when there is a row for it.
-    void Rewrite(char* word, std::uint64_t letters, bool isLast) {
-        if (const auto& slot = Words.Find(letters); slot.letters == letters && slot.row) {
-            const std::string_view written(word, static_cast<std::size_t>(out_ - word));
-            // An article that nothing follows is all that is left of its text: it stays.
-            const bool isKept = slot.row->replacement.empty() && isLast;
-            if (beginsWord_ && !isKept && written == slot.row->text && slot.row->IsFor(kind_)) {
-                return Replace(*slot.row);
-            }
-        }
-        if (const auto& slot = Endings.Find(letters);
-            slot.row && (letters & slot.mask) == slot.letters && slot.row->IsFor(kind_)) {
-            Replace(*slot.row);
-        }
+    /// Takes the word that begins here, which may have no letters.
+    Word TakeWord() {
+        const std::uint64_t bytes = Load();
+        const Chunk chunk = ReadChunk(bytes);
+        const auto length = static_cast<unsigned>(chunk.letterCount);
+        if (length == 8 || IsLetterBeyondAscii(static_cast<char>(bytes >> 8 * length)))
+            return TakeOddWord();
+        StoreEight(chunk.upper, out_);
+        position_ += length;
+        out_ += length;
+        return {chunk.upper & ((1ull << 8 * length) - 1),
+                chunk.upper << 1 << (63 - 8 * length),  // a shift by 64 would have no meaning
+                length};
     }
 
-    void Replace(const Row& row) {
-        out_ = std::copy(row.replacement.begin(), row.replacement.end(), out_ - row.text.size());
-        isShorter_ = isShorter_ || row.replacement.size() < row.text.size();
+    /// The same for a longer word, or one with other letters.
+    Word TakeOddWord() {
+        const char* const word = out_;
+        for (; position_ != end_ && KeyByte(*position_) >= 'A'; ++position_) {
+            for (const char letter : FoldLetter(*position_)) *out_++ = letter;
+        }
+        const std::string_view written(word, static_cast<std::size_t>(out_ - word));
+        return {FirstLetters(written), LastLetters(written), written.size()};
     }
 
+    static bool IsLetterBeyondAscii(char byte) {
+        return static_cast<unsigned char>(byte) >= 0x80 && KeyByte(byte) >= 'A';
+    }
+
+    /// What is to be done about `word`: its own row comes before that of its ending.
+    [[nodiscard]] Rewrite Choose(const Word& word) const {
+        const auto& whole = Words.SlotOf(word.first);
+        const auto& ending = Endings.SlotOf(word.last);
+        const auto flag = [](bool value) { return static_cast<std::uint64_t>(value); };
+        // An article that nothing follows is all that is left of its text: it stays.
+        const std::uint64_t isLastArticle =
+            flag(whole.rewrite.replacementLength == 0) & flag(position_ == end_);
+        const std::uint64_t wordDiffers =
+            (word.first ^ whole.letters) | (word.length ^ whole.rewrite.length) |
+            (word.last >> 56 ^ static_cast<unsigned char>(whole.rewrite.lastLetter)) |
+            flag(!beginsWord_) | isLastArticle | flag((whole.rewrite.kinds & kindBit_) == 0);
+        const std::uint64_t endingDiffers = ((word.last & ending.mask) ^ ending.letters) |
+                                            flag((ending.rewrite.kinds & kindBit_) == 0);
+        const std::uint64_t takesWord = 0 - flag(wordDiffers == 0);
+        const std::uint64_t takesEnding = (0 - flag(endingDiffers == 0)) & ~takesWord;
+        return std::bit_cast<Rewrite>((std::bit_cast<std::uint64_t>(whole.rewrite) & takesWord) |
+                                      (std::bit_cast<std::uint64_t>(ending.rewrite) & takesEnding));
+    }
+
+    void Apply(const Rewrite& rewrite) {
+        out_ -= rewrite.length;
+        std::memcpy(out_, rewrite.replacement.data(), rewrite.replacement.size());
+        out_ += rewrite.replacementLength;
+        isShorter_ = isShorter_ || rewrite.replacementLength < rewrite.length;
+    }
+
+    /// Takes one byte that is no letter.
+    void TakeOther() {
+        const char byte = KeyByte(*position_++);
+        *out_ = byte == JoinerSign ? 'n' : byte;
+        out_ += byte != Dropped ? 1 : 0;
+        beginsWord_ = byte != JoinerSign || isShorter_;
+    }
+
+    const char* position_;
+    const char* end_;
     char* out_;
-    TextKind kind_;
+    std::uint8_t kindBit_;
     bool isShorter_ = false;
     bool beginsWord_ = true;
 };
@@ -97,27 +173,39 @@ private:
 std::string KeepSigns(std::string_view text) {
     std::string signs;
     signs.reserve(text.size());
-    std::copy_if(text.begin(), text.end(), std::back_inserter(signs), [](char byte) {
-        return KeyBytes[static_cast<unsigned char>(byte)] == Dropped && !util::IsAsciiSpace(byte);
-    });
+    for (const char byte : text) {
+        if (KeyByte(byte) == Dropped && !util::IsAsciiSpace(byte)) signs += byte;
+    }
     return signs;
 }
 
 }  // namespace
 
 std::optional<std::string> MakeMatchKey(std::string_view text, TextKind kind) {
-    text = util::TrimRight(text.substr(0, text.find('\0')));
-    if (text.empty()) return std::nullopt;
-    std::string key;
-    constexpr std::size_t UsualLength = 256;
-    if (text.size() <= UsualLength) {
-        std::array<char, 2 * UsualLength> buffer;  // NOLINT(*-init-variables): written before read
-        key.assign(buffer.data(), KeyWriter(buffer.data(), kind).Write(text));
-    } else {
-        key.resize(2 * text.size());
-        key.resize(static_cast<std::size_t>(KeyWriter(key.data(), kind).Write(text) - key.data()));
+    if (const std::size_t zero = text.find('\0'); zero != std::string_view::npos) {
+        text = text.substr(0, zero);
     }
-    if (key.empty()) key = KeepSigns(text);
+    // In place: the call of `TrimRight` would be a sixth of the whole.
+    while (!text.empty() && util::IsAsciiSpace(text.back())) text.remove_suffix(1);
+    if (text.empty()) return std::nullopt;
+    const char* end = text.data() + text.size();
+    std::array<char, 8> shortText = {};
+    if (text.size() < shortText.size()) {
+        std::copy_backward(text.begin(), text.end(), shortText.end());
+        end = shortText.data() + shortText.size();
+    }
+    constexpr std::size_t UsualLength = 256;
+    std::array<char, KeyWriter::RoomFor(UsualLength)> usualRoom;  // written before it is read
+    std::string longRoom;
+    char* room = usualRoom.data();
+    if (text.size() > UsualLength) {
+        longRoom.resize(KeyWriter::RoomFor(text.size()));
+        room = longRoom.data();
+    }
+    // The writer is a local, made in one place, so that its fields can be registers.
+    KeyWriter writer(end - text.size(), end, kind, room);
+    std::optional<std::string> key(std::in_place, room, writer.Write());
+    if (key->empty()) *key = KeepSigns(text);
     return key;
 }
 

@@ -57,20 +57,15 @@ consteval std::array<Folded, 256> MakeFoldTable() {
 
 inline constexpr std::array<Folded, 256> FoldTable = MakeFoldTable();
 
-/// What a byte means for a key: an upper-case letter or a digit stands for itself, the others are
-/// below '0'.
-inline constexpr char Dropped = 0;     // no letter or digit: ends a word and leaves nothing
-inline constexpr char JoinerSign = 1;  // "&" or "+"
-inline constexpr char TwoLetters = 2;  // folds to two letters: see the fold table
+/// What a byte means for a key: a digit or an upper-case letter stands for itself.
+inline constexpr char Dropped = 0;     // ends a word and leaves nothing
+inline constexpr char JoinerSign = 1;  // "&" or "+": ends a word and leaves an "n"
 
 consteval std::array<char, 256> MakeKeyBytes() {
     std::array<char, 256> table = {};
     for (std::size_t byte = 0; byte < table.size(); ++byte) {
-        const Folded& folded = FoldTable[byte];
-        const char first = folded.letters[0];
-        if (folded.length == 2)
-            table[byte] = TwoLetters;
-        else if (util::IsAsciiUpper(first) || util::IsAsciiDigit(first))
+        const char first = FoldTable[byte].letters[0];
+        if (util::IsAsciiUpper(first) || util::IsAsciiDigit(first))
             table[byte] = first;
         else if (first == '&' || first == '+')
             table[byte] = JoinerSign;
@@ -78,6 +73,7 @@ consteval std::array<char, 256> MakeKeyBytes() {
     return table;
 }
 
+/// Of a byte that folds to two letters this is the first.
 inline constexpr std::array<char, 256> KeyBytes = MakeKeyBytes();
 
 /// A word, or the end of one, and what the key has in its place. No replacement is longer than what
@@ -86,8 +82,6 @@ struct Row {
     std::string_view text;
     std::string_view replacement;
     std::optional<TextKind> only = {};  // the row is for titles or for artists; for both otherwise
-
-    [[nodiscard]] constexpr bool IsFor(TextKind kind) const { return only.value_or(kind) == kind; }
 };
 
 /// Words that are replaced as a whole. FORTEEN is a misspelling that pages have. A joining word
@@ -111,56 +105,105 @@ inline constexpr Row EndingRows[] = {
     {"INGS", "INS"}, {"OUR", "OR"},    {"OURS", "OR"},   {"OURED", "ORED"},
 };
 
-/// The last eight letters of a word as one number, the last one lowest.
-constexpr std::uint64_t AppendLetter(std::uint64_t letters, char letter) {
-    return letters << 8 | static_cast<unsigned char>(letter);
-}
-
-constexpr std::uint64_t LastLetters(std::string_view word) {
+/// The first eight letters of a word as one number, the first one lowest.
+constexpr std::uint64_t FirstLetters(std::string_view word) {
     std::uint64_t letters = 0;
-    for (const char letter : word) letters = AppendLetter(letters, letter);
+    for (std::size_t i = 0; i < word.size() && i < 8; ++i) {
+        letters |= std::uint64_t{static_cast<unsigned char>(word[i])} << 8 * i;
+    }
     return letters;
 }
 
-/// Rows found by a number in one look: no two share a slot. The multiplier that makes it so is
+/// The last eight letters of a word as one number, the last one highest.
+constexpr std::uint64_t LastLetters(std::string_view word) {
+    if (word.size() >= 8) return FirstLetters(word.substr(word.size() - 8));
+    return word.empty() ? 0 : FirstLetters(word) << 8 * (8 - word.size());
+}
+
+constexpr std::uint8_t KindBit(TextKind kind) {
+    return kind == TextKind::Title ? 1 : 2;
+}
+
+/// A row as it is carried out: so many letters are taken back and the replacement is written. The
+/// empty one changes nothing.
+struct Rewrite {
+    std::array<char, 4> replacement = {};
+    std::uint8_t replacementLength = 0;
+    std::uint8_t length = 0;
+    char lastLetter = 0;
+    std::uint8_t kinds = 0;  // of `KindBit`
+
+    Rewrite() = default;
+    consteval explicit Rewrite(const Row& row)
+        : replacementLength(static_cast<std::uint8_t>(row.replacement.size())),
+          length(static_cast<std::uint8_t>(row.text.size())),
+          lastLetter(row.text.back()),
+          kinds(row.only ? KindBit(*row.only)
+                         : KindBit(TextKind::Title) | KindBit(TextKind::Artist)) {
+        for (std::size_t i = 0; i < row.replacement.size(); ++i)
+            replacement[i] = row.replacement[i];
+    }
+};
+
+enum class Finds { Words, Endings };
+
+/// Rows found by eight letters in one look: no two share a slot. The multiplier that makes it so is
 /// searched for when the program is compiled, so that rows can be added without a thought.
-template <unsigned SlotBits>
+template <unsigned SlotBits, Finds What>
 class PerfectTable {
 public:
     struct Slot {
-        std::uint64_t letters = 0;  // 0: free, for no word is without letters
-        std::uint64_t mask = 0;     // which letters count
-        const Row* row = nullptr;
+        std::uint64_t letters = 1;  // with the mask 0: never found
+        std::uint64_t mask = 0;     // which of the letters looked for count
+        Rewrite rewrite;
     };
 
-    /// Only the letters of `hashMask` choose the slot.
     template <std::size_t Count>
-    consteval PerfectTable(const Row (&rows)[Count], std::uint64_t hashMask) : hashMask_(hashMask) {
+    consteval explicit PerfectTable(const Row (&rows)[Count]) {
         while (!Fill(rows)) multiplier_ = multiplier_ * 6364136223846793005u + 1442695040888963407u;
     }
 
-    /// The slot whose letters `letters` may have; compare under its mask.
-    [[nodiscard]] constexpr const Slot& Find(std::uint64_t letters) const {
-        return slots_[(letters & hashMask_) * multiplier_ >> (64 - SlotBits)];
+    /// The only slot that a word with these first letters, or with these last letters, can have.
+    [[nodiscard]] constexpr const Slot& SlotOf(std::uint64_t letters) const {
+        return slots_[IndexOf(letters)];
     }
 
 private:
+    [[nodiscard]] constexpr std::size_t IndexOf(std::uint64_t letters) const {
+        constexpr std::uint64_t Hashed = What == Finds::Words ? ~0ull : 0xFFFFFFull << 40;
+        return (letters & Hashed) * multiplier_ >> (64 - SlotBits);
+    }
+
     template <std::size_t Count>
     consteval bool Fill(const Row (&rows)[Count]) {
         slots_ = {};
         for (const Row& row : rows) {
-            const std::uint64_t letters = LastLetters(row.text);
-            Slot& slot = slots_[(letters & hashMask_) * multiplier_ >> (64 - SlotBits)];
-            if (slot.row) return false;
-            const bool isLong = row.text.size() >= 8;
-            slot = {letters, isLong ? ~0ull : (1ull << 8 * row.text.size()) - 1, &row};
+            const bool isWord = What == Finds::Words;
+            const std::uint64_t letters = isWord ? FirstLetters(row.text) : LastLetters(row.text);
+            Slot& slot = slots_[IndexOf(letters)];
+            if (slot.mask != 0) return false;
+            slot = {letters, isWord ? ~0ull : ~0ull << 8 * (8 - row.text.size()), Rewrite(row)};
         }
         return true;
     }
 
     std::array<Slot, std::size_t{1} << SlotBits> slots_ = {};
-    std::uint64_t hashMask_;
     std::uint64_t multiplier_ = 0x9E3779B97F4A7C15u;
 };
+
+/// Nine letters are told apart by the first eight, the last and their number; endings are looked up
+/// by their last three.
+consteval bool FitTheirTables() {
+    for (const Row& row : WordRows) {
+        if (row.text.size() > 9 || row.replacement.size() > 4) return false;
+        if (row.replacement.size() > row.text.size()) return false;
+    }
+    for (const Row& row : EndingRows) {
+        if (row.text.size() < 3 || row.text.size() > 8) return false;
+        if (row.replacement.size() > 4 || row.replacement.size() > row.text.size()) return false;
+    }
+    return true;
+}
+static_assert(FitTheirTables());
 
 }  // namespace ostrova::matching

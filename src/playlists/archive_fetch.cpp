@@ -31,14 +31,17 @@ bool IsWebAddress(std::string_view address) {
     return util::HasMarkerAt(address, 0, "http://") || util::HasMarkerAt(address, 0, "https://");
 }
 
-std::string Reason(const FetchAnswer& answer) {
-    if (!answer.response.Ok()) {
-        return answer.response.detail.empty() ? "no answer" : answer.response.detail;
+std::string Reason(const TransferResult& result) {
+    switch (result.status) {
+        case TransferStatus::NoConnection:
+            return "the server could not be reached";
+        case TransferStatus::BadStatus:
+            return util::Format("the server answered %d", result.httpStatus);
+        case TransferStatus::TooLarge:
+            return "the page is too large";
+        default:
+            return "the page did not arrive whole";
     }
-    if (answer.response.status != 200) {
-        return util::Format("the server answered %d", answer.response.status);
-    }
-    return "the page is empty";
 }
 
 /// One run of `FetchArchive`.
@@ -113,9 +116,9 @@ private:
 
     void Handle(FetchAnswer answer) {
         progress_.bytes += answer.body.size();
-        if (answer.response.error == platform::HttpError::Cancelled) {
+        if (answer.result.status == TransferStatus::Cancelled) {
             End(ArchiveEnd::Cancelled, {});
-        } else if (answer.response.retryAfterSeconds > 0 && answer.response.status != 200) {
+        } else if (answer.result.retryAfterSeconds > 0 && !answer.result.Ok()) {
             ComeBack(std::move(answer));
         } else if (answer.task.id >= pages_.size()) {
             TakeIndex(answer);
@@ -126,7 +129,7 @@ private:
 
     /// The server asked for a pause: waits, then asks for the same again.
     void ComeBack(FetchAnswer answer) {
-        const int seconds = answer.response.retryAfterSeconds;
+        const int seconds = answer.result.retryAfterSeconds;
         if (seconds > LongestPauseSeconds || answer.task.attempt == MostAttempts) {
             const auto pause = feedback::FromMilliseconds(std::int64_t{1000} * seconds);
             End(ArchiveEnd::GivenUp,
@@ -147,9 +150,9 @@ private:
         awaitingIndex_ = false;
         const EpochSeconds showTime = ShowTimeOf(pages_[answer.task.id - pages_.size()]);
         const std::string path = CachePath(*source_.dataFolder, YearIndexCacheName(showTime));
-        if (!answer.Had()) {
+        if (!answer.result.Ok()) {
             std::remove(path.c_str());
-            CountFailure(answer.Missing(), Reason(answer));
+            CountFailure(answer.Missing(), Reason(answer.result));
             return;
         }
         failuresInARow_ = 0;
@@ -163,9 +166,9 @@ private:
         if (answer.Missing()) {
             Settle(page, {ArchiveStatus::Missing, {}});
             CountFailure(/*harmless=*/true, {});
-        } else if (!answer.Had()) {
-            Settle(page, {ArchiveStatus::Failed, Reason(answer)});
-            CountFailure(/*harmless=*/false, Reason(answer));
+        } else if (!answer.result.Ok()) {
+            Settle(page, {ArchiveStatus::Failed, Reason(answer.result)});
+            CountFailure(/*harmless=*/false, Reason(answer.result));
         } else if (!HoldsSongs(page, answer.body)) {
             Settle(page, {ArchiveStatus::Failed, "the page holds no song"});
             CountFailure(/*harmless=*/false, "its pages hold no songs");
@@ -234,7 +237,10 @@ private:
 
     void CountFailure(bool harmless, const std::string& reason) {
         failuresInARow_ = harmless ? 0 : failuresInARow_ + 1;
-        if (failuresInARow_ == MostFailuresInARow) End(ArchiveEnd::GivenUp, reason);
+        if (failuresInARow_ == MostFailuresInARow) {
+            End(ArchiveEnd::GivenUp,
+                util::Format("%d failures in a row, at last: %s", failuresInARow_, reason));
+        }
     }
 
     void End(ArchiveEnd end, std::string detail) {

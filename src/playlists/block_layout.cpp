@@ -11,15 +11,12 @@
 namespace ostrova::playlists {
 namespace {
 
-using util::HasMarkerAt;
-
 // From this position of a line on its rest is moved to the front and more is read behind it, so
 // that a page without line breaks can be read whole.
 constexpr std::size_t RefillFrom = 385;
 
-constexpr std::string_view StrongTag = "<strong>";
-constexpr std::string_view TimeAttribute = "class=\"time\">";
-constexpr std::string_view TimeAttributeSingle = "class='time'>";
+constexpr MarkerText StrongTag = "<strong>";
+constexpr MarkerText TimeAttribute = "class=\"time\">";
 
 enum class MarkKind { None, Time, Song };
 
@@ -91,19 +88,19 @@ void BlockReader::Refill(std::size_t position) {
 /// The first mark that begins at or after `from` and before the place of refilling. All end with
 /// the only ">" they hold, so these are looked for: first to end is first to begin.
 Mark BlockReader::NextMark(std::size_t from) const {
-    for (std::size_t end = line_.find('>', from); end != std::string_view::npos;
-         end = line_.find('>', end + 1)) {
-        const auto beginsAt = [this, end, from](std::string_view mark) {
-            return end + 1 >= from + mark.size() && HasMarkerAt(line_, end + 1 - mark.size(), mark);
-        };
+    for (std::size_t end = line_.find('>', from + StrongTag.Size - 1);
+         end != std::string_view::npos; end = line_.find('>', end + 1)) {
+        const char last = line_[end - 1];
+        if ((last | 0x20) != 'g' && last != '"' && last != '\'') continue;
         Mark mark;
-        if (beginsAt(StrongTag)) {
-            mark = {MarkKind::Song, end + 1 - StrongTag.size()};
-        } else if (beginsAt(TimeAttribute) || beginsAt(TimeAttributeSingle)) {
-            mark = {MarkKind::Time, end + 1 - TimeAttribute.size()};
+        if (EndsAt<StrongTag>(line_, end)) {
+            mark = {MarkKind::Song, end + 1 - StrongTag.Size};
+        } else if (EndsAt<TimeAttribute>(line_, end) || EndsAt<"class='time'>">(line_, end)) {
+            mark = {MarkKind::Time, end + 1 - TimeAttribute.Size};
         } else {
             continue;
         }
+        if (mark.position < from) continue;
         return mark.position < RefillFrom ? mark : Mark{};
     }
     return {};
@@ -118,8 +115,8 @@ std::size_t BlockReader::ReadTime(std::size_t position) {
 }
 
 std::size_t BlockReader::ReadSong(std::size_t position) {
-    const std::size_t artistBegin = util::SkipSpace(line_, position + StrongTag.size());
-    const std::size_t artistEnd = FindTag(line_, artistBegin, "</strong>");
+    const std::size_t artistBegin = util::SkipSpace(line_, position + StrongTag.Size);
+    const std::size_t artistEnd = FindTag<"</strong>">(line_, artistBegin);
     std::string_view artist = util::TrimRight(line_.substr(artistBegin, artistEnd - artistBegin));
     std::optional<std::string_view> comment;
     const std::size_t dash = artist.find(" - ");
@@ -127,9 +124,9 @@ std::size_t BlockReader::ReadSong(std::size_t position) {
         comment = artist.substr(util::SkipSpace(artist, dash + 3));
         artist = artist.substr(0, dash);
     }
-    const std::size_t tag = FindTag(line_, artistEnd, "<em>");
+    const std::size_t tag = FindTag<"<em>">(line_, artistEnd);
     const std::size_t titleBegin = util::SkipSpace(line_, tag + 4);
-    const std::size_t titleEnd = FindTag(line_, titleBegin, "</em>");
+    const std::size_t titleEnd = FindTag<"</em>">(line_, titleBegin);
     page_.AddSong(page_.pendingTime,
                   util::TrimRight(line_.substr(titleBegin, titleEnd - titleBegin)), artist,
                   comment);

@@ -2,7 +2,6 @@
 
 #include "util/ascii.h"
 #include "util/format.h"
-#include "util/text.h"
 
 namespace ostrova::playlists {
 namespace {
@@ -10,15 +9,15 @@ namespace {
 constexpr ClockMinutes Midnight = 12 * MinutesPerHour;
 constexpr ClockMinutes LongestGap = 3 * MinutesPerHour;
 
-/// Reads a number of one or two digits and moves `position` past it; -1 for anything else.
-int TakeShortNumber(std::string_view line, std::size_t& position) {
-    const std::size_t begin = position;
-    int value = 0;
-    while (position < line.size() && util::IsAsciiDigit(line[position])) {
-        if (position - begin == 2) return -1;
+/// Reads a number and moves `position` past it; -1 when there is none. A third digit is left where
+/// it is, and there it is neither a colon nor a suffix.
+inline int TakeShortNumber(std::string_view line, std::size_t& position) {
+    if (position >= line.size() || !util::IsAsciiDigit(line[position])) return -1;
+    int value = line[position++] - '0';
+    if (position < line.size() && util::IsAsciiDigit(line[position])) {
         value = value * 10 + (line[position++] - '0');
     }
-    return position == begin ? -1 : value;
+    return value;
 }
 
 /// Where the time whose colon this is would begin. Every time has one colon, and a colon belongs to
@@ -48,16 +47,16 @@ ClockMinutes ParseClockAt(std::string_view line, std::size_t position, std::size
     ++position;
     const int minute = TakeShortNumber(line, position);
     if (minute < 0) return -1;
-    const bool am = util::HasMarkerAt(line, position, "am");
-    if (!am && !util::HasMarkerAt(line, position, "pm")) return -1;
+    if (position + 1 >= line.size() || util::ToAsciiLower(line[position + 1]) != 'm') return -1;
+    const bool am = util::ToAsciiLower(line[position]) == 'a';
+    if (!am && util::ToAsciiLower(line[position]) != 'p') return -1;
     if (end) *end = position + 2;
     return hour * MinutesPerHour + minute + (am && hour != 12 ? Midnight : 0);
 }
 
-ClockMinutes FindClock(std::string_view line, ClockMinutes lowerBound, ClockMinutes defaultValue,
-                       std::size_t* end) {
-    for (std::size_t colon = line.find(':'); colon != std::string_view::npos;
-         colon = line.find(':', colon + 1)) {
+ClockMinutes FindClockFromColon(std::string_view line, std::size_t colon, ClockMinutes lowerBound,
+                                ClockMinutes defaultValue, std::size_t* end) {
+    for (; colon != std::string_view::npos; colon = line.find(':', colon + 1)) {
         std::size_t after = 0;
         const ClockMinutes value = ParseClockAt(line, HourBegin(line, colon), &after);
         if (!IsWanted(value, lowerBound)) continue;
@@ -69,15 +68,17 @@ ClockMinutes FindClock(std::string_view line, ClockMinutes lowerBound, ClockMinu
 
 ClockMinutes FindClockBackwards(std::string_view line, std::size_t last, std::size_t& found) {
     // A time that begins at `last` has its colon two characters further on at most.
-    for (std::size_t colon = line.rfind(':', last + 2); colon != std::string_view::npos;
-         colon = colon > 0 ? line.rfind(':', colon - 1) : std::string_view::npos) {
+    const std::size_t first = line.substr(0, last + 3).find(':');
+    if (first == std::string_view::npos) return -1;
+    for (std::size_t colon = line.rfind(':', last + 2);; colon = line.rfind(':', colon - 1)) {
         const std::size_t begin = HourBegin(line, colon);
         const ClockMinutes value = begin <= last ? ParseClockAt(line, begin) : -1;
-        if (value < 0) continue;
-        found = begin;
-        return value;
+        if (value >= 0) {
+            found = begin;
+            return value;
+        }
+        if (colon == first) return -1;
     }
-    return -1;
 }
 
 SplitTime SplitClock(ClockMinutes value) {

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "playlists/transfer.h"
-
 namespace ostrova::playlists {
 namespace {
 
@@ -86,23 +84,8 @@ std::optional<FetchTask> FetchWorkers::Take() {
 
 FetchAnswer FetchWorkers::Fetch(platform::HttpClient& client, FetchTask task) const {
     FetchAnswer answer;
-    platform::HttpRequest request;
-    request.url = task.url;
-    request.agent = AgentName;
-    platform::HttpEvents events;
-    events.onAnswer = [this, &answer](int status, std::int64_t expectedBytes) {
-        if (status == 200 && expectedBytes > 0 &&
-            static_cast<std::size_t>(expectedBytes) <= MostWaitingBytes) {
-            answer.body.reserve(static_cast<std::size_t>(expectedBytes));
-        }
-        return !ending_;
-    };
-    events.onBody = [&answer](std::string_view piece) {
-        answer.body += piece;
-        return true;
-    };
-    events.onIdle = [this] { return !ending_; };
-    answer.response = client.Perform(request, events);
+    const TransferTools tools{.http = &client, .cancel = &ending_};
+    answer.result = DownloadBytes(tools, {.url = task.url}, answer.body);
     answer.task = std::move(task);
     return answer;
 }
@@ -110,7 +93,7 @@ FetchAnswer FetchWorkers::Fetch(platform::HttpClient& client, FetchTask task) co
 void FetchWorkers::Deliver(FetchAnswer answer) {
     {
         const std::lock_guard lock(mutex_);
-        if (!answer.Had() && !answer.Missing()) held_ = true;
+        if (!answer.result.Ok() && !answer.Missing()) held_ = true;
         answeredBytes_ += answer.body.size();
         answers_.push_back(std::move(answer));
     }

@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "platform/http.h"
+#include "playlists/transfer.h"
 
 namespace ostrova::playlists {
 
@@ -30,16 +31,12 @@ struct FetchTask {
 
 struct FetchAnswer {
     FetchTask task;
-    platform::HttpResponse response;
-    std::string body;
+    TransferResult result;
+    std::string body;  // the page after a success, else empty
 
-    /// A whole page arrived.
-    [[nodiscard]] bool Had() const {
-        return response.Ok() && response.status == 200 && !body.empty();
-    }
     /// The server is well, and has no such page.
     [[nodiscard]] bool Missing() const {
-        return response.Ok() && (response.status == 404 || response.status == 410);
+        return result.httpStatus == 404 || result.httpStatus == 410;
     }
 };
 

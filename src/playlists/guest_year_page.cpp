@@ -95,10 +95,10 @@ bool YearPageReader::NextLine() {
     if (!line) return false;
     line_ = *line;
     position_ = 0;
-    constexpr std::string_view opening = "<a href=\"";
-    for (std::size_t p = FindTag(line_, 0, opening); p < line_.size();
-         p = FindTag(line_, p + 1, opening)) {
-        const std::size_t begin = util::SkipSpace(line_, p + opening.size());
+    constexpr MarkerText opening = "<a href=\"";
+    for (std::size_t p = FindTag<opening>(line_, 0); p < line_.size();
+         p = FindTag<opening>(line_, p + 1)) {
+        const std::size_t begin = util::SkipSpace(line_, p + opening.Size);
         lastLink_ = line_.substr(begin, line_.find('"', begin) - begin);
     }
     return true;

@@ -14,9 +14,11 @@ namespace ostrova::playlists {
 
 /// One reading of one page. The times outlive the change of layout.
 struct PageReading {
-    Playlist& playlist;  // borrowed; songs are appended
+    Playlist& playlist;  // borrowed; may still hold songs of an earlier page behind `songs`
     util::LineReader lines;
     bool bareHyphens = false;  // a hyphen alone separates fields: a day's own habit
+
+    std::size_t songs = 0;  // read so far
 
     ClockMinutes pendingTime = -1;  // seen on a line that made no song; the next song takes it
     ClockMinutes lastTime = -1;     // of the latest song line or time element
@@ -27,7 +29,8 @@ struct PageReading {
     /// Appends a song; the pending time is used up, whether or not it was this song's.
     void AddSong(ClockMinutes time, std::string_view title, std::string_view artist,
                  std::optional<std::string_view> comment) {
-        playlist.push_back(MakeSong(time, time < 0, title, artist, comment));
+        if (songs == playlist.size()) playlist.emplace_back();
+        SetSong(playlist[songs++], time, time < 0, title, artist, comment);
         pendingTime = -1;
     }
 };

@@ -27,9 +27,9 @@ int PageDateOf(std::string_view path) {
 
 void ParsePlaylistBytes(Playlist& playlist, std::string& bytes, int pageDate) {
     util::ToTextMode(bytes);
-    playlist.clear();
     PageReading page{playlist, util::LineReader(bytes, LongestLine), HasBareHyphens(pageDate)};
     if (ReadTableLayout(page)) ReadBlockLayout(page);
+    playlist.resize(page.songs);
     EstimateTimes(playlist);
 }
 

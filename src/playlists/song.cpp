@@ -23,13 +23,19 @@ ClockMinutes Rounded(double minutes) {
 Song MakeSong(ClockMinutes time, bool estimated, std::string_view title, std::string_view artist,
               std::optional<std::string_view> comment) {
     Song song;
+    SetSong(song, time, estimated, title, artist, comment);
+    return song;
+}
+
+void SetSong(Song& song, ClockMinutes time, bool estimated, std::string_view title,
+             std::string_view artist, std::optional<std::string_view> comment) {
     song.time = time;
     song.estimated = estimated || time < 0;
+    song.matched = false;
     song.title = title;
     song.artist = artist;
-    if (comment) song.comment.emplace(*comment);
+    song.comment = comment;
     song.keys = matching::MakeMatchKeys(title, artist);
-    return song;
 }
 
 std::string SongTimeText(const Song& song) {

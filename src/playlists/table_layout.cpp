@@ -5,13 +5,13 @@
 #include <string>
 
 #include "playlists/page_layouts.h"
+#include "playlists/page_lines.h"
 #include "playlists/table_line.h"
 #include "util/text.h"
 
 namespace ostrova::playlists {
 namespace {
 
-using util::HasMarkerAt;
 using util::IsAsciiDigit;
 using util::IsAsciiSpace;
 
@@ -28,8 +28,8 @@ enum class Marker { None, Song, Block };
 Marker FindMarker(std::string_view line, std::size_t& position) {
     for (std::size_t p = line.find('<'); p != std::string_view::npos; p = line.find('<', p + 1)) {
         position = p;
-        if (HasMarkerAt(line, p, "<div")) return Marker::Block;
-        if (HasMarkerAt(line, p, "<td>") || HasMarkerAt(line, p, "<br>")) return Marker::Song;
+        if (StandsAt<"<div">(line, p)) return Marker::Block;
+        if (StandsAt<"<td>">(line, p) || StandsAt<"<br>">(line, p)) return Marker::Song;
     }
     return Marker::None;
 }
@@ -37,10 +37,9 @@ Marker FindMarker(std::string_view line, std::size_t& position) {
 bool IsRemark(std::string_view line, std::size_t begin) {
     // Compared with all that follows, a line break included: so this one remark is known only
     // where the page ends without one.
-    constexpr std::string_view wholeRest = "universal";
-    if (line.size() - begin == wholeRest.size() && HasMarkerAt(line, begin, wholeRest)) return true;
+    if (StandsAt<"universal">(line, begin) && line.size() - begin == 9) return true;
     return std::any_of(RemarkWords.begin(), RemarkWords.end(),
-                       [&](std::string_view word) { return HasMarkerAt(line, begin, word); });
+                       [&](std::string_view word) { return util::HasMarkerAt(line, begin, word); });
 }
 
 struct ChartNumber {
@@ -70,7 +69,7 @@ std::optional<ChartNumber> ReadNamedNumber(std::string_view line, TextSpan field
     std::size_t p = util::SkipDigits(line, digits);
     for (;;) {
         p = util::SkipSpace(line, p);
-        if (!HasMarkerAt(line, p, "&nbsp;")) break;
+        if (!StandsAt<"&nbsp;">(line, p)) break;
         p += 6;
     }
     if (p >= field.end) return std::nullopt;
@@ -81,8 +80,7 @@ std::optional<ChartNumber> ReadChartNumber(std::string_view line, TextSpan field
     if (field.Empty()) return std::nullopt;
     if (IsAsciiDigit(line[field.begin])) return ReadPlainNumber(line, field, last);
     const std::size_t digits = field.begin + 3;
-    if (HasMarkerAt(line, field.begin, "no.") && digits < line.size() &&
-        IsAsciiDigit(line[digits])) {
+    if (StandsAt<"no.">(line, field.begin) && digits < line.size() && IsAsciiDigit(line[digits])) {
         return ReadNamedNumber(line, field, digits);
     }
     return std::nullopt;
@@ -145,7 +143,7 @@ void TableReader::ReadMarkedLine(const TableLine& line, std::size_t marker) {
 
 void TableReader::ReadHeading(const TableLine& line, TextSpan first, std::size_t second) {
     const std::string_view text = line.Text();
-    if (HasMarkerAt(text, second, "live")) {
+    if (StandsAt<"live">(text, second)) {
         headerArtist_ = line.TextOf(first).substr(0, LongestHeading);
         const std::string_view comment = text.substr(second, LongestHeading);
         headerComment_ = util::TrimRight(comment.substr(0, comment.find('<')));

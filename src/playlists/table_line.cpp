@@ -1,35 +1,46 @@
 #include "playlists/table_line.h"
 
+#include "playlists/page_lines.h"
 #include "util/text.h"
 
 namespace ostrova::playlists {
 
-using util::HasMarkerAt;
 using util::IsAsciiSpace;
 
-bool TableLine::EndsAt(std::size_t last, std::string_view marker) const {
-    return last + 1 >= marker.size() && HasMarkerAt(text_, last + 1 - marker.size(), marker);
+namespace {
+
+/// True for most of what texts are made of: certainly no mark of a tag and no separator.
+bool IsPlain(char c) {
+    return static_cast<unsigned char>(c) > '>';
+}
+
+}  // namespace
+
+TableLine::TagEnd TableLine::KindOfTagEnd(std::size_t end) const {
+    const char last = end > 0 ? util::ToAsciiLower(text_[end - 1]) : '\0';
+    if (last == 'b' && EndsAt<"</b>">(text_, end)) return TagEnd::BoldCloses;
+    if (last == 'b' && EndsAt<"<b>">(text_, end)) return TagEnd::BoldOpens;
+    return last == 'i' && EndsAt<"</i>">(text_, end) ? TagEnd::ItalicsClose : TagEnd::Other;
 }
 
 TableLine::FirstStop TableLine::FindFirstStop(std::size_t marker) const {
-    bool inTag = false;
-    bool fresh = true;  // nothing visible since the last tag; what stands inside a tag ends it too
+    bool fresh = true;  // nothing visible since the last tag
     bool bold = false;
     for (std::size_t p = marker; p < text_.size(); ++p) {
-        if (!fresh && !inTag && SeparatorAt(p) > 0) return {p, bold};
         const char c = text_[p];
-        if (c == '<') {
-            inTag = true;
-        } else if (c == '>') {
-            inTag = false;
-            if (EndsAt(p, "</b>")) {
-                bold = false;
-            } else if (!EndsAt(p, "</i>")) {
-                bold = bold || EndsAt(p, "<b>");
-                fresh = true;
-            }
-        } else if (!IsAsciiSpace(c)) {
+        if (IsPlain(c)) {
             fresh = false;
+        } else if (c == '<' || c == '>') {
+            p = text_.find('>', p);
+            if (p == std::string_view::npos) break;
+            const TagEnd tag = KindOfTagEnd(p);
+            // What stands inside a tag counts as seen, and these two ends leave it so.
+            fresh = tag == TagEnd::BoldOpens || tag == TagEnd::Other;
+            if (tag == TagEnd::BoldOpens) bold = true;
+            if (tag == TagEnd::BoldCloses) bold = false;
+        } else {
+            if (!fresh && SeparatorAt(p) > 0) return {p, bold};
+            fresh = fresh && IsAsciiSpace(c);
         }
     }
     return {text_.size(), bold};
@@ -40,7 +51,7 @@ TextSpan TableLine::FirstField(std::size_t stop) const {
     for (;;) {
         if (end > 0 && IsAsciiSpace(text_[end - 1])) {
             --end;
-        } else if (end > 0 && EndsAt(end - 1, "</b>")) {
+        } else if (end > 0 && EndsAt<"</b>">(text_, end - 1)) {
             end -= 4;
         } else {
             break;
@@ -62,7 +73,7 @@ std::size_t TableLine::SecondFieldBegin(std::size_t stop) const {
 
 std::size_t TableLine::FieldStop(std::size_t begin) const {
     std::size_t p = begin;
-    while (p < text_.size() && text_[p] != '<' && SeparatorAt(p) == 0) ++p;
+    while (p < text_.size() && (IsPlain(text_[p]) || (text_[p] != '<' && SeparatorAt(p) == 0))) ++p;
     return p;
 }
 
@@ -94,12 +105,12 @@ std::string_view TableLine::LoneText(std::size_t marker) const {
     while (p < text_.size()) {
         const char c = text_[p];
         // Whatever follows a bold tag is no text of this line: headings are bold.
-        if (c == '<' && (HasMarkerAt(text_, p, "<b>") || HasMarkerAt(text_, p, "</b>"))) return {};
+        if (c == '<' && (StandsAt<"<b>">(text_, p) || StandsAt<"</b>">(text_, p))) return {};
         if (c == '<') {
             inTag = true;
         } else if (c == '>') {
             inTag = false;
-        } else if (c == '&' && HasMarkerAt(text_, p, "&nbsp")) {
+        } else if (c == '&' && StandsAt<"&nbsp">(text_, p)) {
             p += p + 5 < text_.size() && text_[p + 5] == ';' ? 6 : 5;
             continue;
         } else if (!inTag && !IsAsciiSpace(c)) {

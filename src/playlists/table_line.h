@@ -85,8 +85,11 @@ public:
     [[nodiscard]] std::string_view LoneText(std::size_t marker) const;
 
 private:
+    enum class TagEnd { BoldOpens, BoldCloses, ItalicsClose, Other };
+
+    /// Which tag the ">" at `end` ends.
+    [[nodiscard]] TagEnd KindOfTagEnd(std::size_t end) const;
     [[nodiscard]] std::size_t SkipSeparators(std::size_t position) const;
-    [[nodiscard]] bool EndsAt(std::size_t last, std::string_view marker) const;
 
     std::string_view text_;
     bool bareHyphens_;

@@ -74,6 +74,9 @@ TEST_F(WeekendTest, ListsResultsShowByShow) {
               "  11:30pm  Help  Beatles\n");
     EXPECT_THAT(Run({"results", "2006-03-03", "--all", "--offline"}).out,
                 HasSubstr("   11:05pm  Yesterday "));
+    EXPECT_EQ(Run({"results", "2006-03-03", "--data-folder", folder_.Path("new/one")}).status,
+              NothingFound);
+    EXPECT_TRUE(folder_.Names("new/one/Cache").contains("20060303.htm"));
     folder_.Write("SearchList.txt", "\"Nothing\"\t\"\"\r\n");
     EXPECT_EQ(Run({"results", "2006-03-03", "--offline"}).status, NothingFound);
     EXPECT_EQ(Run({"results", "2006-03-03", "--offline", "--csv"}).out,

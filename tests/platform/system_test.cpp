@@ -42,6 +42,7 @@ TEST(SystemClock, WakesWhenTheTimeZoneChanges) {
     const TempFolder folder;
     const std::string zone = folder.Path("localtime");
     SystemClock clock(zone);
+    clock.WaitUntil(clock.Now());  // from here on no change is missed
     const auto waitWhile = [&](const std::function<void()>& change) {
         std::thread changer(change);
         const WakeReason reason = clock.WaitUntil(clock.Now() + 100);

@@ -111,9 +111,9 @@ TEST_F(ArchiveFetch, KeepsOnlyWholePagesWithSongs) {
         {{.status = 404, .body = Song}, ArchiveStatus::Missing, ""},
         {{.status = 410}, ArchiveStatus::Missing, ""},
         {{.status = 500, .body = Song}, ArchiveStatus::Failed, "the server answered 500"},
-        {{.status = 200, .body = ""}, ArchiveStatus::Failed, "the page is empty"},
+        {{.status = 200, .body = ""}, ArchiveStatus::Failed, "the page did not arrive whole"},
         {{.status = 200, .body = "Please log in"}, ArchiveStatus::Failed, "the page holds no song"},
-        {{.error = platform::HttpError::TimedOut}, ArchiveStatus::Failed, "no answer"},
+        {{.error = platform::HttpError::TimedOut}, ArchiveStatus::Failed, "the server could not be reached"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.answer.status);
@@ -132,7 +132,7 @@ TEST_F(ArchiveFetch, GivesUpOnAServerThatFailsFiveTimesInARow) {
     }
     const ArchiveFetchResult result = Fetch({20060303, 20060401});
     EXPECT_EQ(result.end, ArchiveEnd::GivenUp);
-    EXPECT_EQ(result.detail, "the server answered 500");
+    EXPECT_EQ(result.detail, "5 failures in a row, at last: the server answered 500");
     EXPECT_EQ(result.notAsked, 10u);
     EXPECT_EQ(site_.Asked().size(), 5u);
 

@@ -42,20 +42,19 @@ TEST(Calendar, AWeekendIsCurrentFromFridayAfternoonToSundayNoon) {
     };
     for (const char* name : Zones) {
         const TimeZone zone(name);
-        for (const Case& c : std::initializer_list<Case>{
-                 {"2006-03-03 12:59:59", "2006-02-24", true},
-                 {"2006-03-03 13:00:00", "2006-03-03", false},
-                 {"2006-03-04 00:00:00", "2006-03-03", false},
-                 {"2006-03-04 23:59:59", "2006-03-03", false},
-                 {"2006-03-05 11:59:59", "2006-03-03", false},
-                 {"2006-03-05 12:00:00", "2006-03-03", true},
-                 {"2006-03-09 23:59:59", "2006-03-03", true},
-                 {"2022-01-02 11:59:59", "2021-12-31", false},
-                 {"2028-01-01 00:00:00", "2027-12-31", false},
-                 {"2008-03-01 09:00:00", "2008-02-29", false},
-                 {"2038-01-22 12:59:59", "2038-01-15", true},
-                 {"2038-01-22 13:00:00", "2038-01-22", false},
-             }) {
+        for (const Case& c :
+             std::initializer_list<Case>{{"2006-03-03 12:59:59", "2006-02-24", true},
+                                         {"2006-03-03 13:00:00", "2006-03-03", false},
+                                         {"2006-03-04 00:00:00", "2006-03-03", false},
+                                         {"2006-03-04 23:59:59", "2006-03-03", false},
+                                         {"2006-03-05 11:59:59", "2006-03-03", false},
+                                         {"2006-03-05 12:00:00", "2006-03-03", true},
+                                         {"2006-03-09 23:59:59", "2006-03-03", true},
+                                         {"2022-01-02 11:59:59", "2021-12-31", false},
+                                         {"2028-01-01 00:00:00", "2027-12-31", false},
+                                         {"2008-03-01 09:00:00", "2008-02-29", false},
+                                         {"2038-01-22 12:59:59", "2038-01-15", true},
+                                         {"2038-01-22 13:00:00", "2038-01-22", false}}) {
             SCOPED_TRACE(std::string(name) + " " + c.now);
             const CurrentWeekendResult result = CurrentWeekend(At(c.now));
             EXPECT_EQ(Told(result.weekend.anchor), std::string(c.anchor) + " 12:00:00");
@@ -95,8 +94,7 @@ TEST(Calendar, WaitsForTheSameMinutePastTheHour) {
              {"2006-03-03 13:00:00", Friday, 13, SecondsPerWeek},
              {"2006-03-03 15:00:00", Friday, 13, SecondsPerWeek - 2 * SecondsPerHour},
              {"2006-03-04 13:00:00", Friday, 13, 6 * SecondsPerDay},
-             {"2006-03-04 13:00:00", Sunday, 12, SecondsPerDay - SecondsPerHour},
-         }) {
+             {"2006-03-04 13:00:00", Sunday, 12, SecondsPerDay - SecondsPerHour}}) {
         EXPECT_EQ(SecondsUntil(At(c.now), c.weekday, c.hour), c.seconds) << c.now;
     }
 }
@@ -109,16 +107,15 @@ TEST(Calendar, FindsTheLastShowOfAYear) {
     };
     for (const char* name : Zones) {
         const TimeZone zone(name);
-        for (const Case& c : std::initializer_list<Case>{
-                 {1, 2006, "2006-07-07"},  // the newest weekend's own
-                 {0, 2006, "2006-07-08"},
-                 {1, 1999, "1999-12-31"},
-                 {2, 1999, "1999-12-25"},
-                 {3, 2005, "2005-12-31"},
-                 {1, 2005, "2005-12-30"},
-                 {0, 2004, "2004-12-25"},
-                 {1, 1998, "1998-12-25"},
-             }) {
+        for (const Case& c :
+             std::initializer_list<Case>{{1, 2006, "2006-07-07"},  // the newest weekend's own
+                                         {0, 2006, "2006-07-08"},
+                                         {1, 1999, "1999-12-31"},
+                                         {2, 1999, "1999-12-25"},
+                                         {3, 2005, "2005-12-31"},
+                                         {1, 2005, "2005-12-30"},
+                                         {0, 2004, "2004-12-25"},
+                                         {1, 1998, "1998-12-25"}}) {
             SCOPED_TRACE(std::string(name) + " " + c.date);
             const EpochSeconds last =
                 LastShowOfYear(c.slot, c.year - TmYearBase, At("2006-07-07 12:00:00"));
@@ -136,19 +133,17 @@ TEST(Calendar, EveryDateLiesInTheWeekendThatBeganLast) {
     };
     for (const char* name : Zones) {
         const TimeZone zone(name);
-        for (const Case& c : std::initializer_list<Case>{
-                 {2006, 3, 3, "2006-03-03"},
-                 {2006, 3, 4, "2006-03-03"},
-                 {2006, 3, 5, "2006-03-03"},
-                 {2006, 3, 6, "2006-03-03"},
-                 {2006, 3, 9, "2006-03-03"},
-                 {2006, 3, 2, "2006-02-24"},
-                 {2000, 3, 2, "2000-02-25"},
-                 {2022, 1, 1, "2021-12-31"},
-                 {2006, 10, 29, "2006-10-27"},
-                 {2007, 4, 1, "2007-03-30"},
-                 {2010, 10, 3, "2010-10-01"},
-             }) {
+        for (const Case& c : std::initializer_list<Case>{{2006, 3, 3, "2006-03-03"},
+                                                         {2006, 3, 4, "2006-03-03"},
+                                                         {2006, 3, 5, "2006-03-03"},
+                                                         {2006, 3, 6, "2006-03-03"},
+                                                         {2006, 3, 9, "2006-03-03"},
+                                                         {2006, 3, 2, "2006-02-24"},
+                                                         {2000, 3, 2, "2000-02-25"},
+                                                         {2022, 1, 1, "2021-12-31"},
+                                                         {2006, 10, 29, "2006-10-27"},
+                                                         {2007, 4, 1, "2007-03-30"},
+                                                         {2010, 10, 3, "2010-10-01"}}) {
             SCOPED_TRACE(std::string(name) + " " + c.friday);
             EXPECT_EQ(Told(WeekendOfDate(c.year, c.month, c.day).anchor),
                       std::string(c.friday) + " 12:00:00");

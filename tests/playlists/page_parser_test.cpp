@@ -40,21 +40,19 @@ void ExpectSongs(std::initializer_list<Case> cases) {
 }
 
 TEST(TableLayout, SplitsALineAtItsFirstSeparatorBehindText) {
-    ExpectSongs({
-        {"<td>11:30pm</td><td>Song - Artist", {"690|Song|Artist"}},
-        {"<TD>11:30PM</TD><TD>Song\tArtist</TD>\r\n", {"690|Song|Artist"}},
-        {"11:30pm<br>Song&nbsp;- one - <p>&NBSP;Artist \xE9 <i>",
-         {"690|Song&nbsp;- one|Artist \xE9"}},
-        {"<td>Song -\tArtist", {"~724|Song|Artist"}},
-        {"<td>Song-one- Artist", {}},
-        {"<td>Song - - \t Artist", {"~724|Song|Artist"}},
-        {"<td> - Song - Artist", {"~724|- Song|Artist"}},  // nothing visible before it yet
-        {"<td><a x - y>Song - Artist", {"~724|Song|Artist"}},
-        {"<td>Song - <i>Artist", {}},
-        {"<td>Song - \nArtist", {}},
-        {"<tr>Song - Artist", {}},
-        {"<td >Song - Artist", {}},
-    });
+    ExpectSongs({{"<td>11:30pm</td><td>Song - Artist", {"690|Song|Artist"}},
+                 {"<TD>11:30PM</TD><TD>Song\tArtist</TD>\r\n", {"690|Song|Artist"}},
+                 {"11:30pm<br>Song&nbsp;- one - <p>&NBSP;Artist \xE9 <i>",
+                  {"690|Song&nbsp;- one|Artist \xE9"}},
+                 {"<td>Song -\tArtist", {"~724|Song|Artist"}},
+                 {"<td>Song-one- Artist", {}},
+                 {"<td>Song - - \t Artist", {"~724|Song|Artist"}},
+                 {"<td> - Song - Artist", {"~724|- Song|Artist"}},  // nothing visible before it yet
+                 {"<td><a x - y>Song - Artist", {"~724|Song|Artist"}},
+                 {"<td>Song - <i>Artist", {}},
+                 {"<td>Song - \nArtist", {}},
+                 {"<tr>Song - Artist", {}},
+                 {"<td >Song - Artist", {}}});
 }
 
 TEST(TableLayout, ATagBeforeTheSeparatorTakesTheTextBeforeIt) {
@@ -100,123 +98,113 @@ TEST(TableLayout, AnHyphenAloneSeparatesOnTwoDays) {
 
 TEST(TableLayout, ABoldHeadingNamesTheArtistOfTheTitlesBelow) {
     const std::string a200(200, 'A');
-    ExpectSongs({
-        {"<td><b>Artist - live at the Hall \n<br>Song one\n<br>Song two\n<br>Encore:\n<br>More",
-         {"~724|Song one|Artist|live at the Hall", "~727|Song two|Artist|live at the Hall",
-          "~731|More|Artist|live at the Hall"}},
-        {"<td><b>Artist - Liverpool</b>\n<br>Song", {"~724|Song|Artist|Liverpool"}},
-        {"<td><b>Artist - alive</b>\n<br>Song", {}},
-        {"<td><b>Artist</b> - live\n<br>Song", {"~724|Artist|live"}},  // bold ended before
-        {"<td><b>Artist - live\n<td>X - Y\n<br>Song", {"~724|X|Y"}},
-        {"<td><b>Artist - live\n<td><b>X - Y\n<br>Song", {}},
-        {"<td><b>A - live\n<br><b>Song", {}},
-        {"<td><b>A - live\n<br></B>Song", {}},
-        {"<td><b>A - live\n<br><i x>&nbsp; &nbspSong one </i><b>x", {"~724|Song one|A|live"}},
-        {"<td><b>A - live\n<br> \n<br>x > y", {"~724|x > y|A|live"}},
-    });
+    ExpectSongs(
+        {{"<td><b>Artist - live at the Hall \n<br>Song one\n<br>Song two\n<br>Encore:\n<br>More",
+          {"~724|Song one|Artist|live at the Hall", "~727|Song two|Artist|live at the Hall",
+           "~731|More|Artist|live at the Hall"}},
+         {"<td><b>Artist - Liverpool</b>\n<br>Song", {"~724|Song|Artist|Liverpool"}},
+         {"<td><b>Artist - alive</b>\n<br>Song", {}},
+         {"<td><b>Artist</b> - live\n<br>Song", {"~724|Artist|live"}},  // bold ended before
+         {"<td><b>Artist - live\n<td>X - Y\n<br>Song", {"~724|X|Y"}},
+         {"<td><b>Artist - live\n<td><b>X - Y\n<br>Song", {}},
+         {"<td><b>A - live\n<br><b>Song", {}},
+         {"<td><b>A - live\n<br></B>Song", {}},
+         {"<td><b>A - live\n<br><i x>&nbsp; &nbspSong one </i><b>x", {"~724|Song one|A|live"}},
+         {"<td><b>A - live\n<br> \n<br>x > y", {"~724|x > y|A|live"}}});
     const std::string heading = "<td><b>" + a200 + " - live " + a200 + "\n<br>Song";
     EXPECT_EQ(Read(heading),
               (Lines{"~724|Song|" + a200.substr(0, 127) + "|live " + a200.substr(0, 122)}));
 }
 
 TEST(TableLayout, ATimeOnATitleOnlyLineBelongsToTheSongAfter) {
-    ExpectSongs({
-        {"<td><b>A - live\n<br>One 11:00pm\n<br>Two\n",
-         {"~724|One 11:00pm|A|live", "660|Two|A|live"}},
-        {"<td><b>A - live 11:00pm\n<br>One\n", {"660|One|A|live 11:00pm"}},
-    });
+    ExpectSongs({{"<td><b>A - live\n<br>One 11:00pm\n<br>Two\n",
+                  {"~724|One 11:00pm|A|live", "660|Two|A|live"}},
+                 {"<td><b>A - live 11:00pm\n<br>One\n", {"660|One|A|live 11:00pm"}}});
 }
 
 TEST(TableLayout, StripsChartNumbers) {
-    ExpectSongs({
-        {"<td>1. Song - A", {"~724|Song|A"}},
-        {"<td>1 .Song - A", {"~724|1 .Song|A"}},
-        {"<td>99 Balloons - A", {"~724|99 Balloons|A"}},
-        {"<td>40. One - A\n<td>39.Two - A\n<td>35.Three - A\n<td>34.Four - A",
-         {"~724|One|A", "~727|Two|A", "~731|Three|A", "~734|Four|A"}},
-        {"<td>40. One - A\n<td>35.Two - A\n<td>39.Three - A",
-         {"~724|One|A", "~727|35.Two|A", "~731|39.Three|A"}},
-        {"<td>40. One - A\n<td>40.Two - A", {"~724|One|A", "~727|40.Two|A"}},
-        {"<td>40. One - A\n<td>Two - A\n<td>39.Three - A",
-         {"~724|One|A", "~727|Two|A", "~731|39.Three|A"}},
-        // Lines that are no plain two-field line keep the number.
-        {"<td>40. One - A\n<td>x\n<td><b>X - Y\n<td>39.Two - A", {"~724|One|A", "~727|Two|A"}},
-        {"<td>1. .. Song - A", {"~724|Song|A"}},
-        {"<td>1. - A", {"~724|1.|A"}},
-        {"<td>3. Two - A\n<td>2.</b> - A", {"~724|Two|A", "~727|2.|A"}},
-        {"<td>No.7&nbsp; &NBSP; Song - A\n<td>6.Two - A", {"~724|Song|A", "~727|Two|A"}},
-        {"<td>no.7Song - A", {"~724|Song|A"}},
-        {"<td>No.7\t&nbsp;A", {"~724|No.7|A"}},
-        {"<td>No. 7 Song - A", {"~724|No. 7 Song|A"}},
-        {"<td>99999999999999999999. One - A\n<td>5.Two - A", {"~724|One|A", "~727|5.Two|A"}},
-        {"<td>. X - A\n<td>. - A", {"~724|X|A", "~727|.|A"}},  // a dot alone goes, if more is left
-        {"<td>.X - A", {"~724|.X|A"}},
-    });
+    ExpectSongs(
+        {{"<td>1. Song - A", {"~724|Song|A"}},
+         {"<td>1 .Song - A", {"~724|1 .Song|A"}},
+         {"<td>99 Balloons - A", {"~724|99 Balloons|A"}},
+         {"<td>40. One - A\n<td>39.Two - A\n<td>35.Three - A\n<td>34.Four - A",
+          {"~724|One|A", "~727|Two|A", "~731|Three|A", "~734|Four|A"}},
+         {"<td>40. One - A\n<td>35.Two - A\n<td>39.Three - A",
+          {"~724|One|A", "~727|35.Two|A", "~731|39.Three|A"}},
+         {"<td>40. One - A\n<td>40.Two - A", {"~724|One|A", "~727|40.Two|A"}},
+         {"<td>40. One - A\n<td>Two - A\n<td>39.Three - A",
+          {"~724|One|A", "~727|Two|A", "~731|39.Three|A"}},
+         // Lines that are no plain two-field line keep the number.
+         {"<td>40. One - A\n<td>x\n<td><b>X - Y\n<td>39.Two - A", {"~724|One|A", "~727|Two|A"}},
+         {"<td>1. .. Song - A", {"~724|Song|A"}},
+         {"<td>1. - A", {"~724|1.|A"}},
+         {"<td>3. Two - A\n<td>2.</b> - A", {"~724|Two|A", "~727|2.|A"}},
+         {"<td>No.7&nbsp; &NBSP; Song - A\n<td>6.Two - A", {"~724|Song|A", "~727|Two|A"}},
+         {"<td>no.7Song - A", {"~724|Song|A"}},
+         {"<td>No.7\t&nbsp;A", {"~724|No.7|A"}},
+         {"<td>No. 7 Song - A", {"~724|No. 7 Song|A"}},
+         {"<td>99999999999999999999. One - A\n<td>5.Two - A", {"~724|One|A", "~727|5.Two|A"}},
+         {"<td>. X - A\n<td>. - A", {"~724|X|A", "~727|.|A"}},  // a dot alone goes, if more is left
+         {"<td>.X - A", {"~724|.X|A"}}});
 }
 
 TEST(TableLayout, TakesTheTimeNearestBeforeTheTitle) {
-    ExpectSongs({
-        {"<td>1:00am 11:00pm</td><td>Song 10:00pm - A", {"660|Song 10:00pm|A"}},
-        {"<td>11:00pm Song - A", {"660|Song|A"}},
-        {"<td>11:00pm\tSong\tA", {"660|Song|A"}},
-        {"<td>11:00pm Song <i>x</i> - A",
-         {"660||A"}},  // the title's end is the tag: no second field
-        {"<td>11:00pm - Song - A", {"660|- Song|A"}},
-        {"<td>11:00pm - A", {}},
-        {"<td>11:00pm\tSong<br>A", {"660|Song|A"}},  // the break is skipped as before
-        {"<td>2. 11:00pm Song - A", {"~724|11:00pm Song|A"}},
-        {"<td>11:00pm 10:00pm Song - A", {"660|10:00pm Song|A"}},
-        // It need not come after the last, and becomes the last.
-        {"<td>11:00pm X - A\n<td>1:00am Y - A\n<td>11:00pm Z - A\n11:05pm\n<td>W - A",
-         {"660|X|A", "780|Y|A", "660|Z|A", "665|W|A"}},
-    });
+    ExpectSongs({{"<td>1:00am 11:00pm</td><td>Song 10:00pm - A", {"660|Song 10:00pm|A"}},
+                 {"<td>11:00pm Song - A", {"660|Song|A"}},
+                 {"<td>11:00pm\tSong\tA", {"660|Song|A"}},
+                 {"<td>11:00pm Song <i>x</i> - A",
+                  {"660||A"}},  // the title's end is the tag: no second field
+                 {"<td>11:00pm - Song - A", {"660|- Song|A"}},
+                 {"<td>11:00pm - A", {}},
+                 {"<td>11:00pm\tSong<br>A", {"660|Song|A"}},  // the break is skipped as before
+                 {"<td>2. 11:00pm Song - A", {"~724|11:00pm Song|A"}},
+                 {"<td>11:00pm 10:00pm Song - A", {"660|10:00pm Song|A"}},
+                 // It need not come after the last, and becomes the last.
+                 {"<td>11:00pm X - A\n<td>1:00am Y - A\n<td>11:00pm Z - A\n11:05pm\n<td>W - A",
+                  {"660|X|A", "780|Y|A", "660|Z|A", "665|W|A"}}});
 }
 
 TEST(TableLayout, ATimeOnALineWithoutASongWaitsForTheNextSong) {
-    ExpectSongs({
-        {"11:00pm\n11:10pm\n<td>X - A\n<td>Y - A", {"670|X|A", "~674|Y|A"}},
-        {"<td>11:00pm X - A\n2:01am\n<td>Y - A\n", {"660|X|A", "~664|Y|A"}},  // too late for it
-        {"<td>11:00pm X - A\n2:00am\n<td>Y - A\n", {"660|X|A", "840|Y|A"}},
-        // A pending time that a song takes does not become the last time.
-        {"11:00pm\n<td>X - A\n10:00pm\n<td>Y - A", {"660|X|A", "600|Y|A"}},
-        // A song with its own time uses the pending one up.
-        {"11:00pm\n<td>11:05pm X - A\n<td>Y - A", {"665|X|A", "~669|Y|A"}},
-        {"<td>X - A 11:00pm\n<td>Y - A", {"~724|X|A 11:00pm", "~727|Y|A"}},
-        {"<td><b>X 11:00pm - Y\n<td>Z - A", {"660|Z|A"}},
-        {"<td>Song one 11:00pm\n<td>Z - A", {"660|Z|A"}},
-    });
+    ExpectSongs(
+        {{"11:00pm\n11:10pm\n<td>X - A\n<td>Y - A", {"670|X|A", "~674|Y|A"}},
+         {"<td>11:00pm X - A\n2:01am\n<td>Y - A\n", {"660|X|A", "~664|Y|A"}},  // too late for it
+         {"<td>11:00pm X - A\n2:00am\n<td>Y - A\n", {"660|X|A", "840|Y|A"}},
+         // A pending time that a song takes does not become the last time.
+         {"11:00pm\n<td>X - A\n10:00pm\n<td>Y - A", {"660|X|A", "600|Y|A"}},
+         // A song with its own time uses the pending one up.
+         {"11:00pm\n<td>11:05pm X - A\n<td>Y - A", {"665|X|A", "~669|Y|A"}},
+         {"<td>X - A 11:00pm\n<td>Y - A", {"~724|X|A 11:00pm", "~727|Y|A"}},
+         {"<td><b>X 11:00pm - Y\n<td>Z - A", {"660|Z|A"}},
+         {"<td>Song one 11:00pm\n<td>Z - A", {"660|Z|A"}}});
 }
 
 TEST(TableLayout, TheLastFieldThatIsNoRemarkIsTheArtist) {
-    ExpectSongs({
-        {"<td>X - A - live", {"~724|X|A|live"}},
-        {"<td>X - A - Live At - medley - Z \n", {"~724|X - A - Live At - medley|Z"}},
-        {"<td>X - Y - Z - live - from the hall", {"~724|X - Y|Z|live - from the hall"}},
-        {"<td>X - A - interview", {"~724|X|A|interview"}},
-        {"<td>X - A - countdown - on countdown - in concert - news footage",
-         {"~724|X|A|countdown - on countdown - in concert - news footage"}},
-        {"<td>X - live - live", {"~724|X|live|live"}},
-        {"<td>X - A\tlive", {"~724|X|A|live"}},
-        {"<td>X\tA\tB - C", {"~724|X|A|B - C"}},
-        {"<td>X\tA\tB</td><td>C", {"~724|X|A|B"}},
-        {"<td>X \tA\tB", {"~724|X \tA|B"}},  // not directly followed
-        {"<td>X - A - UNIVERSAL", {"~724|X|A|UNIVERSAL"}},
-        {"<td>X - A - universal\n", {"~724|X - A|universal"}},
-        {"<td>X - A - universal</td>", {"~724|X - A|universal"}},
-        {"<td>X - A - <br>live", {"~724|X|A"}},
-        {"<td>0 - 1 - 2 - 3 - 4 - 5 - 6 - 7 - 8 - 9", {"~724|0 - 1 - 2 - 3 - 4 - 5 - 6 - 7|8"}},
-    });
+    ExpectSongs(
+        {{"<td>X - A - live", {"~724|X|A|live"}},
+         {"<td>X - A - Live At - medley - Z \n", {"~724|X - A - Live At - medley|Z"}},
+         {"<td>X - Y - Z - live - from the hall", {"~724|X - Y|Z|live - from the hall"}},
+         {"<td>X - A - interview", {"~724|X|A|interview"}},
+         {"<td>X - A - countdown - on countdown - in concert - news footage",
+          {"~724|X|A|countdown - on countdown - in concert - news footage"}},
+         {"<td>X - live - live", {"~724|X|live|live"}},
+         {"<td>X - A\tlive", {"~724|X|A|live"}},
+         {"<td>X\tA\tB - C", {"~724|X|A|B - C"}},
+         {"<td>X\tA\tB</td><td>C", {"~724|X|A|B"}},
+         {"<td>X \tA\tB", {"~724|X \tA|B"}},  // not directly followed
+         {"<td>X - A - UNIVERSAL", {"~724|X|A|UNIVERSAL"}},
+         {"<td>X - A - universal\n", {"~724|X - A|universal"}},
+         {"<td>X - A - universal</td>", {"~724|X - A|universal"}},
+         {"<td>X - A - <br>live", {"~724|X|A"}},
+         {"<td>0 - 1 - 2 - 3 - 4 - 5 - 6 - 7 - 8 - 9", {"~724|0 - 1 - 2 - 3 - 4 - 5 - 6 - 7|8"}}});
 }
 
 TEST(BlockLayout, BeginsOnTheLineAfterTheFirstDiv) {
-    ExpectSongs({
-        {"<td>A - B\n<div><td>C - D\n<td>E - F\n<strong>G</strong><em>H</em>",
-         {"~724|A|B", "~727|H|G"}},
-        {"<td>A - <div>\n<td>E - F",
-         {"~724|E|F"}},  // the row's tag is found first, and it is one field
-        {"x<br><div>\n<td>E - F", {"~724|E|F"}},
-        {"<DIV class=x>\n<STRONG>G</STRONG><EM>H</EM>", {"~724|H|G"}},
-    });
+    ExpectSongs({{"<td>A - B\n<div><td>C - D\n<td>E - F\n<strong>G</strong><em>H</em>",
+                  {"~724|A|B", "~727|H|G"}},
+                 {"<td>A - <div>\n<td>E - F",
+                  {"~724|E|F"}},  // the row's tag is found first, and it is one field
+                 {"x<br><div>\n<td>E - F", {"~724|E|F"}},
+                 {"<DIV class=x>\n<STRONG>G</STRONG><EM>H</EM>", {"~724|H|G"}}});
     // A long line ends after 511 characters: its next piece is blocks.
     EXPECT_EQ(Read("<div " + std::string(506, 'x') + "<strong>G</strong><em>H</em>"),
               (Lines{"~724|H|G"}));
@@ -224,37 +212,35 @@ TEST(BlockLayout, BeginsOnTheLineAfterTheFirstDiv) {
 }
 
 TEST(BlockLayout, ReadsTimesArtistsAndTitles) {
-    ExpectSongs({
-        {"<div>\n<p class=\"time\">11:05pm\n<strong>Artist - live</strong> <em>Song</em>",
-         {"665|Song|Artist|live"}},
-        {"<div>\n<p Class='TIME'>11:05pm</p><strong> A </strong><em> S </em><strong>B</strong>",
-         {"665|S|A", "~669||B"}},
-        {"<div>\n<p class=\"time'>11:05pm</p>\n<strong>A</strong><em>S", {"665|S|A"}},
-        {"<div>\n11:05pm\n<strong>A - b - c</strong>x<em>S", {"665|S|A|b - c"}},
-        {"<div>\n<strong>A  -  b</strong><em>S", {"~724|S|A |b"}},
-        {"<div>\n<strong>A\t-\tb</strong><em>S", {"~724|S|A\t-\tb"}},
-        {"<div>\n<strong>A - </strong><em>S", {"~724|S|A -"}},
-        {"<div>\n<strong>A\n<em>S</em>", {"~724||A"}},
-        {"<div>\n<strong></strong><em></em>", {"~724||"}},
-        {"<div>\n<strong>A<strong>B</strong><em>S</em>", {"~724|S|A<strong>B"}},
-        {"<div>\n<strong>A</strong>\n<em>S</em>", {"~724||A"}},
-        {"<div>\n<strong>A</strong><em>S</em>class=\"time\">11:00pm<strong>B</strong><em>T</em>",
-         {"660|S|A", "660|T|B"}},
-    });
+    ExpectSongs(
+        {{"<div>\n<p class=\"time\">11:05pm\n<strong>Artist - live</strong> <em>Song</em>",
+          {"665|Song|Artist|live"}},
+         {"<div>\n<p Class='TIME'>11:05pm</p><strong> A </strong><em> S </em><strong>B</strong>",
+          {"665|S|A", "~669||B"}},
+         {"<div>\n<p class=\"time'>11:05pm</p>\n<strong>A</strong><em>S", {"665|S|A"}},
+         {"<div>\n11:05pm\n<strong>A - b - c</strong>x<em>S", {"665|S|A|b - c"}},
+         {"<div>\n<strong>A  -  b</strong><em>S", {"~724|S|A |b"}},
+         {"<div>\n<strong>A\t-\tb</strong><em>S", {"~724|S|A\t-\tb"}},
+         {"<div>\n<strong>A - </strong><em>S", {"~724|S|A -"}},
+         {"<div>\n<strong>A\n<em>S</em>", {"~724||A"}},
+         {"<div>\n<strong></strong><em></em>", {"~724||"}},
+         {"<div>\n<strong>A<strong>B</strong><em>S</em>", {"~724|S|A<strong>B"}},
+         {"<div>\n<strong>A</strong>\n<em>S</em>", {"~724||A"}},
+         {"<div>\n<strong>A</strong><em>S</em>class=\"time\">11:00pm<strong>B</strong><em>T</em>",
+          {"660|S|A", "660|T|B"}}});
 }
 
 TEST(BlockLayout, ATimeElementWithoutATimeForgetsTheLastTime) {
-    ExpectSongs({
-        // Too late after 11:00pm, so there is no last time, and so any time will do again.
-        {"<div>\nclass='time'>11:00pm<strong>A</strong><em>S</em>class='time'>5:00am\n"
-         "class='time'>9:00pm\n<strong>B</strong><em>T</em>",
-         {"660|S|A", "540|T|B"}},
-        // A pending time stays and is the last time.
-        {"<div>\n11:00pm\nclass='time'>none\n10:00pm class='time'>11:30pm\n<strong>A", {"690||A"}},
-        // Without a time the line is over.
-        {"<div>\nclass='time'><strong>A</strong><em>S</em>\n<strong>B</strong><em>T</em>",
-         {"~724|T|B"}},
-    });
+    ExpectSongs(
+        {// Too late after 11:00pm, so there is no last time, and so any time will do again.
+         {"<div>\nclass='time'>11:00pm<strong>A</strong><em>S</em>class='time'>5:00am\n"
+          "class='time'>9:00pm\n<strong>B</strong><em>T</em>",
+          {"660|S|A", "540|T|B"}},
+         // A pending time stays and is the last time.
+         {"<div>\n11:00pm\nclass='time'>none\n10:00pm class='time'>11:30pm\n<strong>A", {"690||A"}},
+         // Without a time the line is over.
+         {"<div>\nclass='time'><strong>A</strong><em>S</em>\n<strong>B</strong><em>T</em>",
+          {"~724|T|B"}}});
 }
 
 TEST(BlockLayout, LinesGrowTogetherFromACertainPlaceOn) {

@@ -37,8 +37,7 @@ TEST(YearIndex, GivesTheLinkOfTheLineThatNamesTheDate) {
              {"<a href=\"\"> 4 March", ""},
              {"<a href= x=\"a.htm\" href=\"b.htm\"> 4 March", "a.htm"},
              {"<a href=\"javascript:x\"> 4 March", "javascript:x"},  // judged when it is fetched
-             {"", std::nullopt},
-         }) {
+             {"", std::nullopt}}) {
         EXPECT_EQ(Find(c.index), c.link) << c.index;
     }
 }
