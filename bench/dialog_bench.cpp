@@ -40,7 +40,7 @@ public:
         layout_.Attach(ours_);
         int i = 0;
         for (QObject* child : ours_.children()) {
-            const auto anchor = ++i % 2 == 0 ? uikit::AB_STRETCH : uikit::AB_MOVE;
+            const auto anchor = ++i % 2 == 0 ? uikit::AnchorStretch : uikit::AnchorMove;
             (void)layout_.SetAnchor(qobject_cast<QWidget*>(child), anchor, anchor);
         }
     }
@@ -91,8 +91,8 @@ void SetByHand(QTextEdit& edit, const uikit::RenderedMarkup& rendered) {
         position += static_cast<int>(run.text.size());
         cursor.setPosition(position, QTextCursor::KeepAnchor);
         QTextCharFormat format;
-        format.setFontWeight((run.effects & uikit::TE_BOLD) != 0 ? QFont::Bold : QFont::Normal);
-        format.setFontUnderline((run.effects & uikit::TE_UNDERLINE) != 0);
+        format.setFontWeight((run.effects & uikit::EffectBold) != 0 ? QFont::Bold : QFont::Normal);
+        format.setFontUnderline((run.effects & uikit::EffectUnderline) != 0);
         format.setForeground(uikit::ToQColor(run.colour));
         format.setFontPointSize(run.height / 20.0);
         cursor.setCharFormat(format);

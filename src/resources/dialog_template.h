@@ -34,9 +34,8 @@ struct DialogRect {
 
 /// Bits of a control; combine with |.
 enum ControlFlags : std::uint32_t {
-    CF_TAB_STOP = 0x01,
-    CF_GROUP = 0x02,      // begins a group of radio buttons
-    CF_WORD_WRAP = 0x04,  // a text or a markup view breaks its lines at its right edge
+    BeginsGroup = 0x01,  // begins a group of radio buttons
+    WrapsWords = 0x02,   // a text or a markup view breaks its lines at its right edge
 };
 
 /// One control. Texts are ASCII. An "&" in the text of a button marks its mnemonic.

@@ -14,14 +14,8 @@ inline constexpr int QuestionTemplateButton = 1055;  // only its place, size and
 inline constexpr ControlTemplate QuestionControls[] = {
     {QuestionIcon, ControlKind::Icon, "icon", "", "Icon", {5, 5, 20, 20}},
     {QuestionMessage, ControlKind::MarkupView, "message", "", "Message", {35, 5, 35, 10}},
-    {QuestionInput, ControlKind::Edit, "input", "", "Answer", {5, 30, 65, 12}, CF_TAB_STOP},
-    {QuestionTemplateButton,
-     ControlKind::PushButton,
-     "button",
-     "Button",
-     "",
-     {5, 50, 35, 15},
-     CF_TAB_STOP},
+    {QuestionInput, ControlKind::Edit, "input", "", "Answer", {5, 30, 65, 12}},
+    {QuestionTemplateButton, ControlKind::PushButton, "button", "Button", "", {5, 50, 35, 15}},
 };
 
 inline constexpr DialogTemplate QuestionTemplate = {"questionDialog", "Question", 77, 71,

@@ -29,7 +29,7 @@ struct Edges {
 };
 
 void Remove(QWidget* control, std::uint32_t mode) {
-    if ((mode & RM_HIDE) != 0)
+    if ((mode & RemoveHiding) != 0)
         control->hide();
     else
         delete control;
@@ -39,7 +39,7 @@ void Remove(QWidget* control, std::uint32_t mode) {
 /// nearest bottom above its bottom. Takes along what stands inside `gone`.
 int RemoveInsideAndFindNext(QWidget& dialog, const QWidget* removed, const Edges& gone,
                             std::uint32_t mode) {
-    const bool fromAbove = (mode & RM_FROM_ABOVE) != 0;
+    const bool fromAbove = (mode & RemoveFromAbove) != 0;
     int next = fromAbove ? 0 : dialog.height();
     for (QWidget* control : ControlsOf(dialog)) {
         if (control == removed) continue;
@@ -100,12 +100,12 @@ bool RemoveControl(QWidget& dialog, int id, int stopId, std::uint32_t mode) {
     Edges gone(control->geometry());
     const int next = RemoveInsideAndFindNext(dialog, control, gone, mode);
     Remove(control, mode);
-    if ((mode & RM_FULL_WIDTH) != 0) {
+    if ((mode & RemoveFullWidth) != 0) {
         gone.left -= AnyWidth;
         gone.right += AnyWidth;
     }
-    const int dy = (mode & RM_FROM_ABOVE) != 0 ? next - gone.bottom : gone.top - next;
-    if ((mode & RM_NO_SHIFT) == 0) {
+    const int dy = (mode & RemoveFromAbove) != 0 ? next - gone.bottom : gone.top - next;
+    if ((mode & RemoveWithoutShift) == 0) {
         ShiftControls(dialog, gone.left, gone.right, gone.bottom, dy, stopId);
     }
     return true;

@@ -26,10 +26,10 @@ void ShiftControls(QWidget& dialog, int xFrom, int xTo, int yFrom, int dy, int s
 
 /// How `RemoveControl` removes; combine with |.
 enum RemoveMode : std::uint32_t {
-    RM_FULL_WIDTH = 1,  // the gap closes over the full width
-    RM_HIDE = 2,        // the control is hidden, not destroyed
-    RM_FROM_ABOVE = 4,  // the gap is closed from above
-    RM_NO_SHIFT = 8,    // the gap stays
+    RemoveFullWidth = 1,     // the gap closes over the full width
+    RemoveHiding = 2,        // the control is hidden, not destroyed
+    RemoveFromAbove = 4,     // the gap is closed from above
+    RemoveWithoutShift = 8,  // the gap stays
 };
 
 /// Removes the control and every one that stands wholly inside it, and pulls what is below up, by

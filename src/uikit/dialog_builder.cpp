@@ -37,7 +37,7 @@ QWidget* MakeText(const ControlTemplate& control, QWidget& dialog) {
     auto* label = new QLabel(&dialog);
     label->setTextFormat(Qt::PlainText);
     label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    label->setWordWrap((control.flags & resources::CF_WORD_WRAP) != 0);
+    label->setWordWrap((control.flags & resources::WrapsWords) != 0);
     label->setText(ToQString(control.text));
     return label;
 }
@@ -45,7 +45,7 @@ QWidget* MakeText(const ControlTemplate& control, QWidget& dialog) {
 QWidget* MakeView(const ControlTemplate& control, QWidget& dialog, LinkOpener& links) {
     auto* view = new MarkupView(&dialog, links);
     view->UseDialogFace();
-    const bool wraps = (control.flags & resources::CF_WORD_WRAP) != 0;
+    const bool wraps = (control.flags & resources::WrapsWords) != 0;
     view->setLineWrapMode(wraps ? QTextEdit::WidgetWidth : QTextEdit::NoWrap);
     return view;
 }
@@ -108,7 +108,7 @@ public:
     explicit RadioGroups(QWidget& dialog) : dialog_(&dialog) {}
 
     void Add(const ControlTemplate& control, QWidget* widget) {
-        if ((control.flags & resources::CF_GROUP) != 0) group_ = nullptr;
+        if ((control.flags & resources::BeginsGroup) != 0) group_ = nullptr;
         auto* button = qobject_cast<QRadioButton*>(widget);
         if (button == nullptr) return;
         if (group_ == nullptr) group_ = new QButtonGroup(dialog_);

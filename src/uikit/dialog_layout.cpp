@@ -25,15 +25,15 @@ struct Span {
 
 Span Follow(Span then, std::uint32_t anchor, const Growth& growth) {
     Span now;
-    if ((anchor & AB_NEAR) != 0)
+    if ((anchor & AnchorNear) != 0)
         now.near = then.near;
-    else if ((anchor & AB_MOVE) == AB_MOVE)
+    else if ((anchor & AnchorMove) == AnchorMove)
         now.near = then.near + growth.pixels;
     else
         now.near = growth.Scaled(then.near);
-    if ((anchor & AB_FAR) != 0)
+    if ((anchor & AnchorFar) != 0)
         now.far = then.far + growth.pixels;
-    else if ((anchor & AB_KEEP_SIZE) != 0)
+    else if ((anchor & AnchorKeepSize) != 0)
         now.far = now.near + then.far - then.near;
     else
         now.far = growth.Scaled(then.far);

@@ -14,13 +14,13 @@ namespace ostrova::uikit {
 /// Bits of an anchor, the same for both axes: the near edge is left or top, the far edge right or
 /// bottom. An edge that no bit ties to anything scales with the dialog.
 enum AnchorBits : std::uint32_t {
-    AB_KEEP_SIZE = 1,
-    AB_NEAR = 2,  // the near edge stays where it was
-    AB_FAR = 4,   // the far edge keeps its distance from the dialog's far edge
+    AnchorKeepSize = 1,
+    AnchorNear = 2,  // the near edge stays where it was
+    AnchorFar = 4,   // the far edge keeps its distance from the dialog's far edge
 
-    AB_FIXED = AB_KEEP_SIZE | AB_NEAR,
-    AB_STRETCH = AB_NEAR | AB_FAR,
-    AB_MOVE = AB_KEEP_SIZE | AB_FAR,
+    AnchorFixed = AnchorKeepSize | AnchorNear,
+    AnchorStretch = AnchorNear | AnchorFar,
+    AnchorMove = AnchorKeepSize | AnchorFar,
 };
 
 /// Lays out the controls of one dialog. What a control was when it was attached counts for ever,

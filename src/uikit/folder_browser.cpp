@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 
+#include "uikit/plain_text.h"
 #include "uikit/text.h"
 #include "util/text.h"
 
@@ -13,7 +14,7 @@ QFileDialog* MakeFolderBrowser(const std::string& title, const std::string& fold
     const QString start = util::IsBlank(std::string_view(folder))
                               ? QDir::currentPath()
                               : QFile::decodeName(QByteArray::fromStdString(folder));
-    auto* browser = new QFileDialog(owner, ToQString(title), start);
+    auto* browser = new QFileDialog(owner, PlainWindowTitle(ToQString(title)), start);
     browser->setObjectName(QStringLiteral("folderBrowser"));
     browser->setFileMode(QFileDialog::Directory);
     browser->setOption(QFileDialog::ShowDirsOnly);

@@ -132,13 +132,13 @@ bool Renderer::ReadListTag() {
 
 bool Renderer::ReadEffectTag() {
     if (Has("<b>"))
-        effects_ |= TE_BOLD;
+        effects_ |= EffectBold;
     else if (Has("</b>"))
-        effects_ &= ~TE_BOLD;
+        effects_ &= ~EffectBold;
     else if (Has("<i>"))
-        effects_ |= TE_ITALIC;
+        effects_ |= EffectItalic;
     else if (Has("</i>"))
-        effects_ &= ~TE_ITALIC;
+        effects_ &= ~EffectItalic;
     else
         return false;
     return true;
@@ -235,7 +235,7 @@ void Renderer::ReadPlainText() {
 
 void Renderer::AppendWords(std::string_view words) {
     if (isInLink_)
-        Append(words, effects_ | TE_UNDERLINE, font_.colour | Blue);
+        Append(words, effects_ | EffectUnderline, font_.colour | Blue);
     else
         AppendPiece(words);
 }

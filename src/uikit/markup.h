@@ -23,7 +23,7 @@
 namespace ostrova::uikit {
 
 /// How a piece of text looks, beside colour and height; combine with |.
-enum TextEffects : std::uint32_t { TE_BOLD = 1, TE_ITALIC = 2, TE_UNDERLINE = 4 };
+enum TextEffects : std::uint32_t { EffectBold = 1, EffectItalic = 2, EffectUnderline = 4 };
 
 /// A twentieth of a point; text heights are given in these.
 inline constexpr int TwipsPerPoint = 20;

@@ -112,14 +112,15 @@ void MarkupView::RenderAgain() {
 void MarkupView::InsertRun(const MarkupRun& run) {
     QTextCursor end(document());
     end.movePosition(QTextCursor::End);
-    end.insertText(ToQString(run.text), FormatOf(run));
+    // A document takes CR LF for one break: positions would no longer be those of the text.
+    end.insertText(ToQString(run.text).replace(QLatin1Char('\r'), QLatin1Char(' ')), FormatOf(run));
 }
 
 QTextCharFormat MarkupView::FormatOf(const MarkupRun& run) const {
     QTextCharFormat format;
-    if ((run.effects & TE_BOLD) != 0) format.setFontWeight(QFont::Bold);
-    if ((run.effects & TE_ITALIC) != 0) format.setFontItalic(true);
-    if ((run.effects & TE_UNDERLINE) != 0) format.setFontUnderline(true);
+    if ((run.effects & EffectBold) != 0) format.setFontWeight(QFont::Bold);
+    if ((run.effects & EffectItalic) != 0) format.setFontItalic(true);
+    if ((run.effects & EffectUnderline) != 0) format.setFontUnderline(true);
     if (run.colour != NoColour && run.colour != DefaultColour) {
         const QColor background = palette().color(viewport()->backgroundRole());
         format.setForeground(ReadableOn(background, ToQColor(run.colour)));

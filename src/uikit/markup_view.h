@@ -37,7 +37,7 @@ public:
     void SetPlainContent(std::string_view text);
 
     /// Adds `text` at the end, every character as it stands, with `effects` (`TextEffects`), a
-    /// colour (`NoColour`: the palette's) and a height in twips (below 0: the default).
+    /// colour (`NoColour` and black: the palette's) and a height in twips (below 0: the default).
     void AppendStyledText(std::string_view text, std::uint32_t effects, Colour colour, int height);
 
     /// The height of text that has no size of its own, in twips.

@@ -22,4 +22,8 @@ QString BreakableText(const QString& text) {
     return result;
 }
 
+QString PlainWindowTitle(const QString& text) {
+    return QString(text).replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
+}
+
 }  // namespace ostrova::uikit

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -62,8 +63,19 @@ ProgressDialog::ProgressDialog(QWidget* owner)
     bar_->setValue(0);
     pause_ = ControlAs<QPushButton>(*this, resources::ProgressPause);
     connect(pause_, &QPushButton::clicked, this, &ProgressDialog::TogglePause);
-    const auto* cancel = ControlAs<QPushButton>(*this, resources::ProgressCancel);
+    auto* cancel = ControlAs<QPushButton>(*this, resources::ProgressCancel);
     connect(cancel, &QPushButton::clicked, this, &ProgressDialog::reject);
+    for (QPushButton* button : {pause_, cancel}) button->setAutoDefault(false);
+}
+
+/// No button is the default: the dialog may appear just when the user presses Enter elsewhere.
+void ProgressDialog::keyPressEvent(QKeyEvent* event) {
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    auto* button = qobject_cast<QPushButton*>(focusWidget());
+    if (isEnter && button != nullptr)
+        button->click();
+    else
+        QDialog::keyPressEvent(event);
 }
 
 void ProgressDialog::SetMessage(const QString& text) {

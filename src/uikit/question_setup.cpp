@@ -13,6 +13,7 @@
 #include "uikit/dialog_builder.h"
 #include "uikit/icon_view.h"
 #include "uikit/markup_view.h"
+#include "uikit/plain_text.h"
 #include "uikit/question_dialog.h"
 #include "uikit/text.h"
 #include "uikit/text_measure.h"
@@ -55,16 +56,17 @@ void QuestionDialog::SetUp(const Question& question, LinkOpener& links) {
     place.moveTop(place.top() - icon->height());
     const int iconHeight = Has(QB_NO_ICON) ? 0 : icon->height();
     ControlAs<IconView>(*this, QuestionIcon)->SetIcon(IconFor(flags_, *style()));
-    if (!util::IsBlank(std::string_view(question.title))) setWindowTitle(ToQString(question.title));
+    if (!util::IsBlank(std::string_view(question.title)))
+        setWindowTitle(PlainWindowTitle(ToQString(question.title)));
 
     QSize content(0, 0);
     if (util::IsBlank(std::string_view(question.text))) {
-        (void)RemoveControl(*this, QuestionMessage, 0, RM_FULL_WIDTH);
+        (void)RemoveControl(*this, QuestionMessage, 0, RemoveFullWidth);
     } else {
         content = ShowMessage(question.text);
         place.moveTop(place.top() + std::max(content.height(), iconHeight));
     }
-    if (Has(QB_NO_ICON)) (void)RemoveControl(*this, QuestionIcon, 0, RM_FULL_WIDTH);
+    if (Has(QB_NO_ICON)) (void)RemoveControl(*this, QuestionIcon, 0, RemoveFullWidth);
     if (Has(QB_INPUT)) {
         field.moveTop(place.top());
         SetControlRect(this, QuestionInput, field);
@@ -84,7 +86,7 @@ QRect QuestionDialog::PlaceInput() {
     if (Has(QB_INPUT))
         input_ = ControlAs<QLineEdit>(*this, QuestionInput);
     else
-        (void)RemoveControl(*this, QuestionInput, 0, RM_FULL_WIDTH);
+        (void)RemoveControl(*this, QuestionInput, 0, RemoveFullWidth);
     return field;
 }
 

@@ -70,35 +70,33 @@ void AddRow(QGridLayout* grid, const QString& name, QWidget* control) {
 constexpr ControlTemplate EveryControl[] = {
     {1, ControlKind::StaticText, "heading", "Every control of a template", "", {5, 5, 130, 10}},
     {2, ControlKind::StaticText, "nameLabel", "Song name:", "", {5, 18, 100, 10}},
-    {3, ControlKind::Edit, "name", "", "Song name", {5, 28, 100, 15}, CF_TAB_STOP},
-    {4, ControlKind::PushButton, "add", "&Add", "", {110, 28, 30, 15}, CF_TAB_STOP},
-    {5, ControlKind::ComboBox, "year", "", "Year", {145, 28, 40, 15}, CF_TAB_STOP},
+    {3, ControlKind::Edit, "name", "", "Song name", {5, 28, 100, 15}},
+    {4, ControlKind::PushButton, "add", "&Add", "", {110, 28, 30, 15}},
+    {5, ControlKind::ComboBox, "year", "", "Year", {145, 28, 40, 15}},
     {6,
      ControlKind::CheckBox,
      "check",
      "Automatically check\nfor software updates",
      "",
-     {110, 48, 100, 22},
-     CF_TAB_STOP},
-    {7, ControlKind::MarkupView, "note", "", "Note", {5, 48, 100, 30}, CF_WORD_WRAP},
+     {110, 48, 100, 22}},
+    {7, ControlKind::MarkupView, "note", "", "Note", {5, 48, 100, 30}, WrapsWords},
     {8,
      ControlKind::RadioButton,
      "always",
      "Open whenever new playlists come out",
      "",
      {5, 85, 180, 11},
-     CF_TAB_STOP | CF_GROUP},
+     BeginsGroup},
     {9,
      ControlKind::RadioButton,
      "never",
      "Never open, I'll run it manually",
      "",
-     {5, 96, 180, 11},
-     CF_TAB_STOP},
+     {5, 96, 180, 11}},
     {10, ControlKind::LinkLabel, "link", "<Playlist link>", "", {110, 72, 100, 10}},
     {11, ControlKind::ProgressBar, "bar", "", "Progress", {5, 112, 205, 10}},
-    {12, ControlKind::PushButton, "exit", "E&xit", "", {160, 128, 50, 15}, CF_TAB_STOP},
-    {13, ControlKind::PushButton, "disabled", "Disabled", "", {5, 128, 50, 15}, CF_TAB_STOP},
+    {12, ControlKind::PushButton, "exit", "E&xit", "", {160, 128, 50, 15}},
+    {13, ControlKind::PushButton, "disabled", "Disabled", "", {5, 128, 50, 15}},
 };
 constexpr DialogTemplate EveryControlTemplate = {"everyControl", "Template", 215, 148,
                                                  EveryControl};
@@ -117,12 +115,13 @@ public:
                                 QStringLiteral("http://www.vantra.example/"));
         layout_.Attach(*this);
         setMinimumSize(layout_.MinTrackSize());
-        layout_.SetAnchorById(1, uikit::AB_FIXED, uikit::AB_FIXED);
-        for (int id : {2, 3, 7}) layout_.SetAnchorById(id, uikit::AB_NEAR, uikit::AB_FIXED);
-        for (int id : {4, 5, 6, 10}) layout_.SetAnchorById(id, uikit::AB_MOVE, uikit::AB_FIXED);
-        for (int id : {8, 9, 13}) layout_.SetAnchorById(id, uikit::AB_FIXED, uikit::AB_MOVE);
-        layout_.SetAnchorById(11, uikit::AB_STRETCH, uikit::AB_MOVE);
-        layout_.SetAnchorById(12, uikit::AB_MOVE, uikit::AB_MOVE);
+        layout_.SetAnchorById(1, uikit::AnchorFixed, uikit::AnchorFixed);
+        for (int id : {2, 3, 7}) layout_.SetAnchorById(id, uikit::AnchorNear, uikit::AnchorFixed);
+        for (int id : {4, 5, 6, 10})
+            layout_.SetAnchorById(id, uikit::AnchorMove, uikit::AnchorFixed);
+        for (int id : {8, 9, 13}) layout_.SetAnchorById(id, uikit::AnchorFixed, uikit::AnchorMove);
+        layout_.SetAnchorById(11, uikit::AnchorStretch, uikit::AnchorMove);
+        layout_.SetAnchorById(12, uikit::AnchorMove, uikit::AnchorMove);
     }
 
 protected:

@@ -41,18 +41,18 @@ TEST_F(ControlGeometry, RemovingPullsUpWhatIsBelow) {
 TEST_F(ControlGeometry, RemovingOverTheFullWidthPullsAll) {
     Add(5, {150, 90, 20, 20});
     Add(6, {20, 45, 10, 10});  // inside the one removed
-    EXPECT_TRUE(RemoveControl(dialog, 2, 0, RM_FULL_WIDTH));
+    EXPECT_TRUE(RemoveControl(dialog, 2, 0, RemoveFullWidth));
     EXPECT_EQ(Rect(3), QRect(10, 40, 100, 20));
     EXPECT_EQ(Rect(5), QRect(150, 50, 20, 20));
     EXPECT_EQ(Rect(6), QRect());
 }
 
 TEST_F(ControlGeometry, RemovingCanHideCloseFromAboveOrLeaveTheGap) {
-    EXPECT_TRUE(RemoveControl(dialog, 1, 0, RM_HIDE | RM_NO_SHIFT));
+    EXPECT_TRUE(RemoveControl(dialog, 1, 0, RemoveHiding | RemoveWithoutShift));
     EXPECT_TRUE(ControlById(dialog, 1)->isHidden());
     EXPECT_EQ(Rect(3), QRect(10, 80, 100, 20));
     // The gap from above: 40 - 60 = -20 against the bottom of the control above, 30.
-    EXPECT_TRUE(RemoveControl(dialog, 2, 0, RM_FROM_ABOVE));
+    EXPECT_TRUE(RemoveControl(dialog, 2, 0, RemoveFromAbove));
     EXPECT_EQ(Rect(3), QRect(10, 50, 100, 20));
 }
 

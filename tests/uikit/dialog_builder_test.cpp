@@ -15,11 +15,11 @@ using namespace resources;
 
 constexpr ControlTemplate Controls[] = {
     {1, ControlKind::StaticText, "text", "<b>&Text</b>", "", {0, 0, 40, 8}},
-    {2, ControlKind::PushButton, "left", "&Left\none", "", {0, 8, 13, 15}, CF_TAB_STOP},
-    {3, ControlKind::PushButton, "right", "", "Right", {13, 8, 27, 15}, CF_TAB_STOP},
-    {4, ControlKind::RadioButton, "a", "A", "", {0, 30, 40, 8}, CF_TAB_STOP | CF_GROUP},
-    {5, ControlKind::RadioButton, "b", "B", "", {0, 40, 40, 8}, CF_TAB_STOP},
-    {6, ControlKind::RadioButton, "c", "C", "", {0, 50, 40, 8}, CF_TAB_STOP | CF_GROUP},
+    {2, ControlKind::PushButton, "left", "&Left\none", "", {0, 8, 13, 15}},
+    {3, ControlKind::PushButton, "right", "", "Right", {13, 8, 27, 15}},
+    {4, ControlKind::RadioButton, "a", "A", "", {0, 30, 40, 8}, BeginsGroup},
+    {5, ControlKind::RadioButton, "b", "B", "", {0, 40, 40, 8}},
+    {6, ControlKind::RadioButton, "c", "C", "", {0, 50, 40, 8}, BeginsGroup},
 };
 constexpr DialogTemplate Template = {"sample", "Sample", 40, 60, Controls};
 

@@ -36,16 +36,17 @@ void ExpectEdges(int size, std::initializer_list<AnchorCase> cases) {
 }
 
 TEST(DialogLayout, EdgesFollowTheirAnchors) {
-    ExpectEdges(301, {{AB_FIXED, 100, 150},
-                      {AB_STRETCH, 100, 251},
-                      {AB_MOVE, 201, 251},
-                      {AB_NEAR, 100, 225},
-                      {AB_FAR, 150, 251},
-                      {AB_KEEP_SIZE, 150, 200},
+    ExpectEdges(301, {{AnchorFixed, 100, 150},
+                      {AnchorStretch, 100, 251},
+                      {AnchorMove, 201, 251},
+                      {AnchorNear, 100, 225},
+                      {AnchorFar, 150, 251},
+                      {AnchorKeepSize, 150, 200},
                       {0, 150, 225},
-                      {AB_KEEP_SIZE | AB_NEAR | AB_FAR, 100, 251}});
-    ExpectEdges(150,
-                {{AB_FIXED, 100, 150}, {AB_STRETCH, 100, 100}, {AB_MOVE, 50, 100}, {0, 75, 112}});
+                      {AnchorKeepSize | AnchorNear | AnchorFar, 100, 251}});
+    ExpectEdges(
+        150,
+        {{AnchorFixed, 100, 150}, {AnchorStretch, 100, 100}, {AnchorMove, 50, 100}, {0, 75, 112}});
 }
 
 TEST(DialogLayout, StartsFromTheAttachedSizeEachTime) {
@@ -64,8 +65,8 @@ TEST(DialogLayout, StartsFromTheAttachedSizeEachTime) {
     EXPECT_EQ(control->geometry(), QRect(33, 33, 33, 33));
 
     QWidget stranger;
-    EXPECT_FALSE(layout.SetAnchor(&stranger, AB_FIXED, AB_FIXED));
-    EXPECT_FALSE(layout.SetAnchorById(99, AB_FIXED, AB_FIXED));
+    EXPECT_FALSE(layout.SetAnchor(&stranger, AnchorFixed, AnchorFixed));
+    EXPECT_FALSE(layout.SetAnchorById(99, AnchorFixed, AnchorFixed));
     delete control;
     dialog.resize(500, 500);  // what is gone is passed over
 }

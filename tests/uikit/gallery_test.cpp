@@ -5,6 +5,8 @@
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QFileDialog>
+#include <QLabel>
+#include <QPushButton>
 #include <memory>
 #include <set>
 
@@ -54,6 +56,45 @@ TEST(Gallery, EveryControlOfEveryBoxHasANameForAScreenReader) {
         dialog->show();
         EXPECT_EQ(Unnamed(*dialog), QStringList()) << box.name.toStdString();
     }
+}
+
+/// The texts of buttons and labels that are larger than their place.
+QStringList Clipped(const QWidget& window) {
+    QStringList clipped;
+    const auto check = [&clipped](const QWidget& widget, const QString& text, int flags) {
+        const QRect needed = widget.fontMetrics().boundingRect(widget.rect(), flags, text);
+        if (!widget.rect().contains(needed)) clipped += text;
+    };
+    for (const auto* button : window.findChildren<QPushButton*>()) {
+        check(*button, button->text(), Qt::AlignCenter | Qt::TextShowMnemonic);
+    }
+    for (const auto* label : window.findChildren<QLabel*>()) {
+        if (qobject_cast<const uikit::LinkLabel*>(label) != nullptr) continue;  // cut on purpose
+        check(*label, label->text(), Qt::AlignTop | (label->wordWrap() ? Qt::TextWordWrap : 0));
+    }
+    return clipped;
+}
+
+TEST(Gallery, TextsFitInEveryFont) {
+    const QFont before = QApplication::font();
+    for (const int points : {9, 10, 12}) {
+        QFont font = before;
+        font.setPointSize(points);
+        QApplication::setFont(font);
+        GalleryWindow window;
+        window.show();
+        for (int page = 0; page < window.count(); ++page) {
+            window.setCurrentIndex(page);
+            QApplication::processEvents();
+            EXPECT_EQ(Clipped(*window.currentWidget()), QStringList()) << points << " " << page;
+        }
+        for (const NamedBox& box : Boxes()) {
+            const std::unique_ptr<QDialog> dialog(box.make(nullptr));
+            dialog->show();
+            EXPECT_EQ(Clipped(*dialog), QStringList()) << points << " " << box.name.toStdString();
+        }
+    }
+    QApplication::setFont(before);
 }
 
 TEST(Gallery, ALinkIsALinkThatAScreenReaderCanPress) {

@@ -44,7 +44,8 @@ void ExpectRendered(std::initializer_list<Case> cases) {
 TEST(Markup, SetsBoldAndItalicInAnyLetterCase) {
     ExpectRendered({
         {"a<B>b<i>c</b>d</I>",
-         {Words("a"), Words("b", TE_BOLD), Words("c", TE_BOLD | TE_ITALIC), Words("d", TE_ITALIC)}},
+         {Words("a"), Words("b", EffectBold), Words("c", EffectBold | EffectItalic),
+          Words("d", EffectItalic)}},
         {"<b >x", {Words("x")}},  // an unknown tag
         {"<u>x</u></a>", {Words("x")}},
         {"1 < 2 & 3", {Words("1 < 2 & 3")}},
@@ -54,7 +55,7 @@ TEST(Markup, SetsBoldAndItalicInAnyLetterCase) {
 
 TEST(Markup, FontTagsChangeColourAndHeightAndNest) {
     ExpectRendered({
-        {"<font color=red><b>NOTE:</b></font> x", {Words("NOTE:", TE_BOLD, Red), Words(" x")}},
+        {"<font color=red><b>NOTE:</b></font> x", {Words("NOTE:", EffectBold, Red), Words(" x")}},
         {"<font size=+2>a<font size=-1 color=#0A0b0C>b</font>c</font>d",
          {Words("a", 0, Black, 280), Words("b", 0, 0x0C0B0A, 240), Words("c", 0, Black, 280),
           Words("d")}},
@@ -103,15 +104,17 @@ TEST(Markup, EntitiesAreComparedOverTheLengthOfTheirName) {
 TEST(Markup, LinksAreBlueAndUnderlinedAndKnowTheirRange) {
     ExpectRendered({
         {"See <a href=\"http://x/\">this</a>.",
-         {Words("See "), Words("this", TE_UNDERLINE, Blue), Words(".")},
+         {Words("See "), Words("this", EffectUnderline, Blue), Words(".")},
          {{4, 8, "http://x/"}}},
         {"<font color=red><b><a class=y HREF=\"m\">a\nb&gt;</a></b></font>",
-         {Words("a", TE_BOLD | TE_UNDERLINE, 0xFF00FF), Words("\n", TE_BOLD, Red),
-          Words("b>", TE_BOLD | TE_UNDERLINE, 0xFF00FF)},
+         {Words("a", EffectBold | EffectUnderline, 0xFF00FF), Words("\n", EffectBold, Red),
+          Words("b>", EffectBold | EffectUnderline, 0xFF00FF)},
          {{0, 4, "m"}}},
-        {"<a href=\"x\">never closed", {Words("never closed", TE_UNDERLINE, Blue)}, {{0, -1, "x"}}},
+        {"<a href=\"x\">never closed",
+         {Words("never closed", EffectUnderline, Blue)},
+         {{0, -1, "x"}}},
         {"<a href=\"x\">a<a href=\"y\">b</a>c",
-         {Words("ab", TE_UNDERLINE, Blue), Words("c")},
+         {Words("ab", EffectUnderline, Blue), Words("c")},
          {{0, -1, "x"}, {1, 2, "y"}}},
         {"before<a name=x>after", {Words("before")}},
         {"before<a href=\"x>after", {Words("before")}},

@@ -71,8 +71,9 @@ TEST_F(MarkupViewTest, LinksOfEarlierContentStayBehindTheNewer) {
     EXPECT_EQ(LinkAt(PointOn(1)), "old");
     EXPECT_EQ(LinkAt(PointOn(3)), "new");
     EXPECT_EQ(LinkAt(PointOn(7)), "old");
-    view.AppendMarkup(" <a href=\"added\">x</a>");
-    EXPECT_EQ(view.Links().back(), (LinkRange{11, 12, "added"}));
+    view.AppendMarkup("\r\n<a href=\"added\">x</a>");
+    EXPECT_EQ(view.Links().back(), (LinkRange{12, 13, "added"}));
+    EXPECT_EQ(LinkAt(PointOn(12)), "added");
 }
 
 TEST_F(MarkupViewTest, APressOpensTheLinkUnderItAndNothingElse) {

@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QScreen>
 #include <QTest>
+#include <QWindow>
 
 #include "resources/question_template.h"
 #include "uikit/dialog_builder.h"
@@ -188,7 +189,8 @@ TEST(QuestionDialog, AnyMessageIsWhollyShownOrCanBeScrolled) {
 
 TEST(QuestionDialog, ForeignTextIsLiteralAndCanBeCopied) {
     const std::string foreign = "<b>R&B</b> &amp; %1 \x9D";
-    const int answer = Answer({0, "", foreign, {"OK"}}, [](QDialog& box) {
+    const int answer = Answer({0, "T [*] %1", foreign, {"OK"}}, [](QDialog& box) {
+        EXPECT_EQ(box.windowHandle()->title(), QStringLiteral("T [*] %1"));
         QTest::keySequence(box.focusWidget(), QKeySequence::Copy);
         box.reject();
     });
