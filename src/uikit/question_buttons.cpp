@@ -18,6 +18,7 @@ constexpr int ExtraTextHeight = 3;  // pixels
 QuestionButtons ReadLabels(std::span<const std::string> labels) {
     QuestionButtons result;
     const int count = static_cast<int>(labels.size());
+    if (count == 0) result.defaultIndex = -1;
     for (int i = 0; i < count; ++i) {
         const feedback::ButtonLabel label = feedback::ParseButtonLabel(labels[i]);
         if (label.isDefault) result.defaultIndex = i;

@@ -28,15 +28,28 @@ namespace {
 
 constexpr int ExtraTextHeight = 3;
 
-/// The icon that the flags ask for: the first bit set wins, the program's own without any.
-QIcon IconFor(std::uint32_t flags, const QStyle& style) {
-    if ((flags & QB_ICON_ERROR) != 0) return style.standardIcon(QStyle::SP_MessageBoxCritical);
-    if ((flags & QB_ICON_WARNING) != 0) return style.standardIcon(QStyle::SP_MessageBoxWarning);
-    if ((flags & QB_ICON_INFORMATION) != 0) {
-        return style.standardIcon(QStyle::SP_MessageBoxInformation);
+struct StandardIcon {
+    std::uint32_t flag;
+    QStyle::StandardPixmap picture;
+    const char* name;
+};
+
+constexpr StandardIcon StandardIcons[] = {
+    {QB_ICON_ERROR, QStyle::SP_MessageBoxCritical, "Error"},
+    {QB_ICON_WARNING, QStyle::SP_MessageBoxWarning, "Warning"},
+    {QB_ICON_INFORMATION, QStyle::SP_MessageBoxInformation, "Information"},
+    {QB_ICON_QUESTION, QStyle::SP_MessageBoxQuestion, "Question"},
+};
+
+/// Shows the icon that the flags ask for: the first bit set wins, the program's own without any.
+void ShowIcon(IconView& view, std::uint32_t flags) {
+    view.SetIcon(QApplication::windowIcon());
+    for (const StandardIcon& icon : StandardIcons) {
+        if ((flags & icon.flag) == 0) continue;
+        view.SetIcon(view.style()->standardIcon(icon.picture));
+        view.setAccessibleName(ToQString(icon.name));
+        return;
     }
-    if ((flags & QB_ICON_QUESTION) != 0) return style.standardIcon(QStyle::SP_MessageBoxQuestion);
-    return QApplication::windowIcon();
 }
 
 }  // namespace
@@ -52,10 +65,10 @@ void QuestionDialog::SetUp(const Question& question, LinkOpener& links) {
     if (Has(QB_INPUT)) place.moveTop(field.top());
     const QSize padding = TakeTemplateButton(place);
 
-    const QWidget* icon = ControlById(*this, QuestionIcon);
+    auto* icon = ControlAs<IconView>(*this, QuestionIcon);
     place.moveTop(place.top() - icon->height());
     const int iconHeight = Has(QB_NO_ICON) ? 0 : icon->height();
-    ControlAs<IconView>(*this, QuestionIcon)->SetIcon(IconFor(flags_, *style()));
+    ShowIcon(*icon, flags_);
     if (!util::IsBlank(std::string_view(question.title)))
         setWindowTitle(PlainWindowTitle(ToQString(question.title)));
 

@@ -17,6 +17,7 @@
 #include "uikit/hand_cursor.h"
 #include "uikit/link_label.h"
 #include "uikit/markup_view.h"
+#include "uikit/text_measure.h"
 
 namespace ostrova::gallery {
 namespace {
@@ -143,6 +144,7 @@ QWidget* MakeMarkupPage(QWidget* parent) {
         auto* view = new MarkupView(page);
         view->UseDialogFace();
         view->SetMarkup(sample.markup);
+        view->setMinimumHeight(uikit::MeasureRichText(*view->document(), 3).height());
         AddRow(grid, QString::fromLatin1(sample.name), view);
     }
     auto* plain = new MarkupView(page);

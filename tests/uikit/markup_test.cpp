@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <initializer_list>
+#include <iterator>
+#include <random>
 
 namespace ostrova::uikit {
 
@@ -131,6 +134,46 @@ TEST(Markup, TakesLinearTimeAndLittleRoomForHostileText) {
     EXPECT_EQ(RenderMarkup(signs, Black, Default).runs, std::vector{Words(signs)});
     const auto huge = RenderMarkup("<font size=+2147483647>a", Black, Default);
     EXPECT_EQ(huge.runs, std::vector{Words("a", 0, Black, 2147483647)});
+}
+
+TEST(Markup, RangesStayInsideTheTextWhateverTheMarkup) {
+    const std::string_view pieces[] = {"<a href=\"u\">",
+                                       "<a ",
+                                       "</a>",
+                                       "href=\"",
+                                       "<ol>",
+                                       "<ul>",
+                                       "</ul>",
+                                       "<li>",
+                                       "<font ",
+                                       "color=#1",
+                                       "size=-9",
+                                       "</font>",
+                                       "<b>",
+                                       ">",
+                                       "<",
+                                       "&",
+                                       ";",
+                                       "\n",
+                                       "\"",
+                                       "x ",
+                                       "\xFF"};
+    std::mt19937 random(1);
+    for (int round = 0; round < 20'000; ++round) {
+        std::string markup;
+        for (auto count = random() % 12; count > 0; --count) {
+            markup += pieces[random() % std::size(pieces)];
+        }
+        SCOPED_TRACE(markup);
+        const RenderedMarkup rendered = RenderMarkup(markup, Black, Default);
+        std::size_t length = 0;
+        for (const MarkupRun& run : rendered.runs) length += run.text.size();
+        for (const LinkRange& link : rendered.links) {
+            ASSERT_TRUE(link.end == -1 || link.start <= link.end);
+            ASSERT_LE(static_cast<std::size_t>(std::max(link.start, link.end)), length);
+        }
+        ASSERT_LE(MarkupToPlainText(markup).size(), markup.size());
+    }
 }
 
 TEST(Markup, PlainTextHasItsOwnEntities) {

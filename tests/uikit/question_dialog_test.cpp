@@ -36,7 +36,9 @@ int Answer(const Question& question, std::function<void(QDialog&)> act,
 }
 
 std::function<void(QDialog&)> Press(Qt::Key key) {
-    return [key](QDialog& box) { QTest::keyClick(box.focusWidget(), key); };
+    return [key](QDialog& box) {
+        QTest::keyClick(box.focusWidget() != nullptr ? box.focusWidget() : &box, key);
+    };
 }
 
 std::function<void(QDialog&)> Type(const char* text) {
@@ -71,6 +73,7 @@ TEST(QuestionDialog, EndsWithTheButtonThatTheUserChose) {
         {"a disabled default goes to the next", {"#+A", "B"}, Press(Qt::Key_Return), 1},
         {"a hot key", {"A", "=yB"}, Type("y"), 1},
         {"whose case matters", {"A", "=yB"}, Type("Y"), -1},
+        {"a box without buttons", {}, Press(Qt::Key_Return), -1},
         {"the last match counts", {"=xA", "=xB", "C"}, Type("x"), 1},
         {"not that of a disabled button", {"A", "=y#B"}, Type("y"), -1},
     };

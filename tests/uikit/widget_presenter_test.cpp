@@ -156,6 +156,7 @@ TEST(WidgetPresenter, AMainThreadThatWaitsForWorkersServesThem) {
 TEST(WidgetPresenter, ClosingLetsEveryWaitingWorkerGo) {
     auto presenter = std::make_unique<WidgetPresenter>();
     std::vector<std::thread> workers;
+    workers.reserve(4);
     std::atomic<int> answered = 0;
     for (int i = 0; i < 4; ++i) {
         workers.emplace_back([&] {
