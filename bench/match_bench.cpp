@@ -16,7 +16,7 @@
 
 #include "matching/match_key.h"
 #include "matching/matching.h"
-#include "matching/plain_match_key.h"
+#include "tests/matching/plain_match_key.h"
 #include "util/ascii.h"
 #include "util/code_page.h"
 #include "util/files.h"

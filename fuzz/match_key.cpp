@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "matching/plain_match_key.h"
+#include "tests/matching/plain_match_key.h"
 #include "util/ascii.h"
 #include "util/text.h"
 

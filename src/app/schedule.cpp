@@ -85,8 +85,8 @@ void LocalMoment::ZoneMayHaveChanged() {
 void DueMoment::SetOnLocalClock(EpochSeconds now, int delay) {
     std::tm local = util::LocalTime(now);
     // Days are counted as days: seconds that overflow are taken for time that passes.
-    const int secondOfDay = local.tm_hour * SecondsPerHour + local.tm_min * SecondsPerMinute +
-                            local.tm_sec + delay;
+    const int secondOfDay =
+        local.tm_hour * SecondsPerHour + local.tm_min * SecondsPerMinute + local.tm_sec + delay;
     local.tm_mday += secondOfDay / SecondsPerDay;
     local.tm_hour = secondOfDay % SecondsPerDay / SecondsPerHour;
     local.tm_min = secondOfDay % SecondsPerHour / SecondsPerMinute;

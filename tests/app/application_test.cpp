@@ -4,14 +4,13 @@
 
 #include <sstream>
 
-#include "app/silent_presenter.h"
-#include "support/canned_site.h"
-#include "support/environment.h"
-#include "support/fake_clock.h"
-#include "support/memory_store.h"
-#include "support/moments.h"
-#include "support/recorder.h"
-#include "support/temp_folder.h"
+#include "tests/support/canned_site.h"
+#include "tests/support/environment.h"
+#include "tests/support/fake_clock.h"
+#include "tests/support/memory_store.h"
+#include "tests/support/moments.h"
+#include "tests/support/recorder.h"
+#include "tests/support/temp_folder.h"
 #include "util/files.h"
 
 namespace ostrova::app {
@@ -134,29 +133,6 @@ TEST_F(ApplicationTest, AnInteractiveStartGoesFromTheClaimToTheTimer) {
     EXPECT_EQ(store_.ReadNumber("Settings", "WhenToOpen"), 2);
     EXPECT_EQ(store_.ReadText("Control", "MainWndHwnd"), "0");
     EXPECT_TRUE(second.ClaimMainWindow());
-}
-
-TEST_F(ApplicationTest, AStartWithoutAnyPageSaysSoAndWaitsForFriday) {
-    Application application(Parts());
-    application.Start({});
-    ASSERT_TRUE(application.ClaimMainWindow());
-    application.LoadFirstWeekend();
-    ASSERT_EQ(recorder_.Said().size(), 1U);
-    EXPECT_TRUE(recorder_.Said()[0].starts_with("Error: Failed to download Vantra playlists.\n\n"));
-    application.ArmTimer();
-    EXPECT_EQ(testing::TimeOf(application.Schedule().Due()), "2026-11-27 13:00:00");
-    const playlists::RunResult result = application.Runner()(At("2026-11-20 12:00:00"), true);
-    EXPECT_FALSE(result.had);
-    EXPECT_TRUE(application.Source().interactive);
-}
-
-TEST(SilentPresenter, AnswersNothing) {
-    SilentPresenter presenter;
-    feedback::Messages messages(presenter);
-    messages.ShowError("x");
-    EXPECT_FALSE(messages.AskYesNo("x"));
-    EXPECT_EQ(messages.QuestionBox({}), -1);
-    EXPECT_EQ(messages.BrowseForFolder("x", "/"), std::nullopt);
 }
 
 }  // namespace

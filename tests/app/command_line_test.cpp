@@ -6,7 +6,7 @@
 #include <sstream>
 
 #include "app/front_door.h"
-#include "support/environment.h"
+#include "tests/support/environment.h"
 
 namespace ostrova::app {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <initializer_list>
 
-#include "support/environment.h"
-#include "support/moments.h"
+#include "tests/support/environment.h"
+#include "tests/support/moments.h"
 
 namespace ostrova::app {
 namespace {
@@ -47,11 +47,6 @@ TEST(FirstDelay, RunsToTheFridayThatFollows) {
     }
 }
 
-TEST(StartTimerTrace, GivesWholeTotals) {
-    EXPECT_EQ(StartTimerTrace(2 * Day + 3 * Hour + 62),
-              "Start timer: 2 days = 51 hours = 3061 minutes = 183662 seconds\n");
-}
-
 TEST(DueMoment, KeepsTheTimeOfDayAcrossAChangeOfSummerTime) {
     struct Case {
         const char* zone;
@@ -80,51 +75,6 @@ TEST(DueMoment, OfAnHourThatComesTwiceTheOneMeantIsTaken) {
         DueMoment due;
         due.SetOnLocalClock(now, 900);
         EXPECT_EQ(due.Get(), now + 900);
-    }
-}
-
-TEST(DueMoment, MovesWithTheZoneAndAnIntervalIsNotStretched) {
-    DueMoment local;
-    DueMoment interval;
-    util::EpochSeconds now = 0;
-    {
-        const TimeZone zone("Europe/Berlin");
-        now = At("2026-11-26 23:00:00");
-        local.SetOnLocalClock(now, 14 * Hour);
-        interval.SetInterval(now, 900);
-    }
-    const TimeZone zone("America/New_York");
-    local.ClockChanged(now);
-    interval.ClockChanged(now);
-    EXPECT_EQ(TimeOf(local.Get()), "2026-11-27 13:00:00");
-    EXPECT_EQ(interval.Get(), now + 900);
-    for (const util::EpochSeconds earlier : {now - Hour, now - 3650 * Day}) {
-        local.ClockChanged(earlier);
-        interval.ClockChanged(earlier);
-        EXPECT_EQ(TimeOf(local.Get()), "2026-11-27 13:00:00");
-        EXPECT_EQ(interval.Get(), earlier + 900);
-    }
-}
-
-TEST(RetryDelays, AreShortOnlyForAMachineThatHasJustWoken) {
-    RetryDelays delays;
-    const playlists::RunResult noNetwork;
-    for (const int delay : {30, 60, 120, 300, 900, 900}) EXPECT_EQ(delays.After(noNetwork), delay);
-    delays.Reset();
-    EXPECT_EQ(delays.After(noNetwork), 30);
-    EXPECT_EQ(delays.After({.reachedNetwork = true}), 900);
-    EXPECT_EQ(delays.After(noNetwork), 900);
-    EXPECT_EQ(delays.After({.reachedNetwork = true, .retryAfterSeconds = 3600}), 3600);
-    EXPECT_EQ(delays.After({.reachedNetwork = true, .retryAfterSeconds = 20}), 900);
-}
-
-TEST(FollowingWeekend, StaysOnFridayWhereADayIsMissing) {
-    const TimeZone zone("Pacific/Apia");
-    WeekendAnchor anchor = At("2011-12-16 12:00:00");
-    // The weekend without a Friday is that of its Saturday, the 31st.
-    for (const char* date : {"2011-12-23", "2011-12-29", "2012-01-06", "2012-01-13"}) {
-        anchor = FollowingWeekend(anchor);
-        EXPECT_EQ(DateOf(anchor), date);
     }
 }
 

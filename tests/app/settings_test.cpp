@@ -5,10 +5,10 @@
 #include <initializer_list>
 
 #include "app/single_instance.h"
-#include "support/environment.h"
-#include "support/memory_store.h"
-#include "support/recorder.h"
-#include "support/temp_folder.h"
+#include "tests/support/environment.h"
+#include "tests/support/memory_store.h"
+#include "tests/support/recorder.h"
+#include "tests/support/temp_folder.h"
 #include "util/files.h"
 
 namespace ostrova::app {
@@ -85,11 +85,6 @@ TEST_F(SettingsTest, AFolderThatCannotBeUsedIsReplaced) {
     EXPECT_EQ(Loaded().folder, home_.Path());
 }
 
-TEST_F(SettingsTest, DataLieBesideTheProgramWhenThereIsNoOtherPlace) {
-    const testing::EnvironmentVariable inTheWay("XDG_DATA_HOME", home_.Write("file", "x"));
-    EXPECT_EQ(DefaultFolder("/opt/ostrova/bin/ostrova"), "/opt/ostrova/bin/");
-}
-
 TEST_F(SettingsTest, AStoreThatCannotBeReadKeepsWhatIsHeldAndIsNotWritten) {
     store_.readable = false;
     Settings settings{.lastCheckDay = 5, .folder = home_.Path(), .isMaximised = true};
@@ -143,15 +138,6 @@ TEST_F(SettingsTest, OneWindowAtATime) {
     EXPECT_TRUE(ClaimWindow(store_, folder, messages).granted);
     ForgetWindow(store_);
     EXPECT_EQ(store_.ReadText("Control", "MainWndHwnd"), "0");
-}
-
-TEST_F(SettingsTest, AMissingLockIsNoReasonNotToOpen) {
-    testing::MessageRecorder recorder;
-    feedback::Messages messages(recorder);
-    const WindowClaim claim = ClaimWindow(store_, "", messages);
-    EXPECT_TRUE(claim.granted);
-    EXPECT_FALSE(claim.warning.empty());
-    EXPECT_TRUE(recorder.Said().empty());
 }
 
 }  // namespace

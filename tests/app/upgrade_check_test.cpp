@@ -6,12 +6,12 @@
 #include <thread>
 
 #include "app/upgrade_message.h"
-#include "support/canned_site.h"
-#include "support/environment.h"
-#include "support/fake_clock.h"
-#include "support/moments.h"
-#include "support/recorder.h"
-#include "support/temp_folder.h"
+#include "tests/support/canned_site.h"
+#include "tests/support/environment.h"
+#include "tests/support/fake_clock.h"
+#include "tests/support/moments.h"
+#include "tests/support/recorder.h"
+#include "tests/support/temp_folder.h"
 
 namespace ostrova::app {
 namespace {
@@ -83,15 +83,6 @@ TEST_F(UpgradeCheckTest, TellsOfANewVersionOnceUnlessAsked) {
     EXPECT_EQ(question.title, "New version available");
     EXPECT_EQ(question.labels, Lines{"OK"});
     EXPECT_TRUE(folder_.Names("ostrova").empty());  // nothing is left lying about
-}
-
-TEST_F(UpgradeCheckTest, AMajorReleaseHasItsOwnHeadline) {
-    Answer("2.0");
-    const Lines said = Check(CheckKind::Automatic);
-    ASSERT_EQ(said.size(), 1U);
-    EXPECT_TRUE(
-        said[0].starts_with("Question: <font color=red size=+2><b>A major new release of "
-                            "Ostrova is now available!</b></font>\nThis is"));
 }
 
 TEST_F(UpgradeCheckTest, AVersionThatIsNotNewerIsSilentUnlessAsked) {

@@ -12,61 +12,36 @@ namespace ostrova::app {
 namespace {
 
 TEST(IsNewerVersion, ComparesNumberByNumber) {
-    struct Case {
-        std::string_view candidate;
-        bool isNewer;
-        std::string_view own = "1.9";
-    };
-    for (const Case& c : std::initializer_list<Case>{
-             {"1.9", false},
-             {"1.8", false},
-             {"1.8.7", false},
-             {"1.10", true},
-             {"1.9.1", true},
-             {"2.0", true},
-             {"2", true},
-             {"0.9", false},
-             {"", false},
-             {"-1.9", false},
-             {"beta", false},
-             {"1", true},
-             {"1.9a", true},
-             {"1.09", true},
-             {"1 .9", true},
-             {"1 . 10", true},
-             {"10.0", true},
-             {"99999999999", true},
-             {"1.9.1", false, "1.9.2"},
-             {"1.9.3", true, "1.9.2"},
-             {"1.9", false, "1.9.2"},
-             {"1.9 .2", true,
-              "1.9.2"},  // the numbers say nothing, and it isn't this version's text
-             {"1.10", true, "1"},
-         }) {
-        EXPECT_EQ(IsNewerVersion(c.candidate, c.own), c.isNewer) << c.candidate << " / " << c.own;
+    for (const char* newer : {"1.10", "1.9.1", "2.0", "2", "1", "1.9a", "1.09", "1 .9", "1 . 10",
+                              "10.0", "99999999999"}) {
+        EXPECT_TRUE(IsNewerVersion(newer)) << newer;
     }
+    for (const char* other : {"1.9", "1.8", "1.8.7", "0.9", "", "-1.9", "beta"}) {
+        EXPECT_FALSE(IsNewerVersion(other)) << other;
+    }
+    EXPECT_FALSE(IsNewerVersion("1.9.1", "1.9.2"));
+    EXPECT_TRUE(IsNewerVersion("1.9.3", "1.9.2"));
+    EXPECT_FALSE(IsNewerVersion("1.9", "1.9.2"));
+    EXPECT_TRUE(IsNewerVersion("1.9 .2", "1.9.2"));  // numbers say nothing, nor is the text 1.9
+    EXPECT_TRUE(IsNewerVersion("1.10", "1"));
 }
 
 TEST(DayNumber, CountsFromTheYear2000) {
-    struct Case {
-        int year, month, day;
-        std::int32_t number;
-    };
-    for (const Case& c : std::initializer_list<Case>{{2000, 1, 1, 0},
-                                                     {2000, 2, 29, 59},
-                                                     {2000, 3, 1, 60},
-                                                     {2000, 12, 31, 365},
-                                                     {2001, 1, 1, 366},
-                                                     {2004, 12, 31, 1826},
-                                                     {2026, 11, 24, 9824},
-                                                     {2100, 3, 1, 36585},  // a leap year here
-                                                     {1999, 12, 31, -1}}) {
+    const auto number = [](int year, int month, int day) {
         std::tm local{};
-        local.tm_year = c.year - 1900;
-        local.tm_mon = c.month - 1;
-        local.tm_mday = c.day;
-        EXPECT_EQ(DayNumber(local), c.number) << c.year << "-" << c.month << "-" << c.day;
-    }
+        local.tm_year = year - 1900;
+        local.tm_mon = month - 1;
+        local.tm_mday = day;
+        return DayNumber(local);
+    };
+    EXPECT_EQ(number(1999, 12, 31), -1);
+    EXPECT_EQ(number(2000, 1, 1), 0);
+    EXPECT_EQ(number(2000, 2, 29), 59);
+    EXPECT_EQ(number(2000, 3, 1), 60);
+    EXPECT_EQ(number(2001, 1, 1), 366);
+    EXPECT_EQ(number(2004, 12, 31), 1826);
+    EXPECT_EQ(number(2026, 11, 24), 9824);
+    EXPECT_EQ(number(2100, 3, 1), 36585);  // a leap year here
 }
 
 TEST(UpgradeCheckDue, EveryFourDaysIfAtAll) {
@@ -89,6 +64,13 @@ TEST(VersionFile, IsALineOfVersionAndNotesAsTheyStand) {
     const VersionFile longLine = ReadVersionFile("2" + std::string(99, '0') + "\n");
     EXPECT_EQ(longLine.version, "2" + std::string(78, '0'));
     EXPECT_EQ(longLine.notes, std::string(21, '0').append("\n"));
+}
+
+TEST(UpgradeHeadline, IsForWhatIsNewer) {
+    EXPECT_EQ(UpgradeHeadline("2.0"),
+              "<font color=red size=+2><b>A major new release of Ostrova is now available!</b>"
+              "</font>\n");
+    EXPECT_EQ(UpgradeHeadline("1.8"), std::nullopt);
 }
 
 TEST(UpgradeMessage, TakesTheServersTextForItsFormat) {

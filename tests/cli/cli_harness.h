@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "cli/program.h"
-#include "support/canned_site.h"
-#include "support/environment.h"
-#include "support/fake_clock.h"
-#include "support/temp_folder.h"
+#include "tests/support/canned_site.h"
+#include "tests/support/environment.h"
+#include "tests/support/fake_clock.h"
+#include "tests/support/temp_folder.h"
 
 namespace ostrova::cli {
 

@@ -11,7 +11,7 @@
 #include <thread>
 
 #include "demo/http_server.h"
-#include "support/temp_folder.h"
+#include "tests/support/temp_folder.h"
 
 extern char** environ;
 
@@ -91,9 +91,9 @@ protected:
     TempFolder folder_;
     std::atomic<pid_t> pid_ = 0;
     std::atomic<int> requests_ = 0;
-    int hangAt_ = 0;
-    int killAt_ = 0;
-    int killDelay_ = 0;
+    std::atomic<int> hangAt_ = 0;
+    std::atomic<int> killAt_ = 0;
+    std::atomic<int> killDelay_ = 0;
     demo::HttpServer server_;
 };
 

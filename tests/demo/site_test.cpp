@@ -16,7 +16,7 @@
 #include "demo/page_text.h"
 #include "demo/programme_dates.h"
 #include "demo/show_page.h"
-#include "support/temp_folder.h"
+#include "tests/support/temp_folder.h"
 #include "util/local_time.h"
 
 namespace ostrova::demo {

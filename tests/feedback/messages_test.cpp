@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/recorder.h"
+#include "tests/support/recorder.h"
 
 namespace ostrova::feedback {
 namespace {
@@ -50,15 +50,6 @@ TEST_F(MessagesTest, SystemErrorsCarryTheSystemsWords) {
     messages_.ShowSystemError({.code = 28}, "Saving");
     EXPECT_EQ(recorder_.Said(), (Lines{"Error: Saving x: No space left on device",
                                        "Error: Saving: Failed with error code 28"}));
-}
-
-TEST_F(MessagesTest, TheAnswersAreTheUsers) {
-    recorder_.yesNoAnswers = {true};
-    recorder_.questionAnswers = {1};
-    recorder_.folderAnswers = {"/home/x"};
-    EXPECT_TRUE(messages_.AskYesNo("Really?"));
-    EXPECT_EQ(messages_.QuestionBox({.text = "Which?", .labels = {"a", "b"}}), 1);
-    EXPECT_EQ(messages_.BrowseForFolder("Where", "/"), "/home/x");
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 #include <initializer_list>
 #include <random>
 
-#include "matching/plain_match_key.h"
+#include "tests/matching/plain_match_key.h"
 
 namespace ostrova::matching {
 namespace {

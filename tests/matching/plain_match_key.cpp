@@ -1,4 +1,4 @@
-#include "matching/plain_match_key.h"
+#include "tests/matching/plain_match_key.h"
 
 #include <algorithm>
 #include <array>

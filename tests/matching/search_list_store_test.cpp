@@ -8,9 +8,9 @@
 #include <filesystem>
 #include <functional>
 
-#include "support/environment.h"
-#include "support/recorder.h"
-#include "support/temp_folder.h"
+#include "tests/support/environment.h"
+#include "tests/support/recorder.h"
+#include "tests/support/temp_folder.h"
 
 namespace ostrova::matching {
 namespace {

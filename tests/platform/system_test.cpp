@@ -60,14 +60,18 @@ TEST(SystemClock, WakesWhenTheTimeZoneChanges) {
     EXPECT_EQ(clock.WaitUntil(clock.Now() + 100), WakeReason::ClockChanged);
 }
 
+// The sanitizer's own look at an object's type opens a pipe, and here no descriptor is left for
+// one.
+__attribute__((no_sanitize("vptr"))) void WaitWithoutDescriptors() {
+    while (::open("/dev/null", O_RDONLY) >= 0) {
+    }
+    SystemClock clock;
+    const util::EpochSeconds due = clock.Now() + 1;
+    ::_exit(clock.WaitUntil(due) == WakeReason::Due && clock.Now() >= due ? 0 : 1);
+}
+
 TEST(SystemClock, WaitsWithoutTheSystemsHelpToo) {
-    ChildProcess child([] {
-        std::vector<int> all;
-        for (int fd = 0; fd >= 0; fd = ::open("/dev/null", O_RDONLY)) all.push_back(fd);
-        SystemClock clock;
-        const util::EpochSeconds due = clock.Now() + 1;
-        ::_exit(clock.WaitUntil(due) == WakeReason::Due && clock.Now() >= due ? 0 : 1);
-    });
+    ChildProcess child(WaitWithoutDescriptors);
     EXPECT_EQ(child.Wait(), 0);
 }
 
@@ -195,23 +199,23 @@ TEST(Process, ReplacesItselfAndKnowsItsFile) {
 }
 
 TEST(Process, StillNamesItsFileWhenThatWasReplaced) {
+    if (std::getenv("OSTROVA_TEST_REPLACED")) {  // the copy of this program that is started below
+        const std::string path = ProgramPath();
+        ASSERT_EQ(std::filesystem::path(path).filename(), "program");
+        std::filesystem::remove(path);
+        EXPECT_EQ(ProgramPath(), path);
+        return;
+    }
     const TempFolder folder;
     const std::string copy = folder.Path("program");
     std::filesystem::copy_file("/proc/self/exe", copy);
     ChildProcess child([&] {
         ::setenv("OSTROVA_TEST_REPLACED", "1", 1);
-        ReplaceProcess(copy, {"--gtest_filter=Process.DISABLED_NamesItsReplacedFile",
-                              "--gtest_also_run_disabled_tests", "--gtest_brief=1"});
+        ReplaceProcess(copy, {"--gtest_filter=Process.StillNamesItsFileWhenThatWasReplaced",
+                              "--gtest_brief=1"});
     });
     EXPECT_EQ(child.Wait(), 0);
-}
-
-// Run by the test above, in a copy of this program.
-TEST(Process, DISABLED_NamesItsReplacedFile) {
-    const std::string path = ProgramPath();
-    ASSERT_EQ(std::filesystem::path(path).filename(), "program");
-    std::filesystem::remove(path);
-    EXPECT_EQ(ProgramPath(), path);
+    EXPECT_FALSE(std::filesystem::exists(copy));
 }
 
 TEST(WindowLock, IsHeldByOneWindowAtATime) {

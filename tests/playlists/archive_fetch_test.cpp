@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <map>
 
-#include "support/canned_site.h"
-#include "support/environment.h"
-#include "support/fake_clock.h"
-#include "support/recorder.h"
-#include "support/temp_folder.h"
+#include "tests/support/canned_site.h"
+#include "tests/support/environment.h"
+#include "tests/support/fake_clock.h"
+#include "tests/support/recorder.h"
+#include "tests/support/temp_folder.h"
 
 namespace ostrova::playlists {
 namespace {
@@ -113,7 +113,9 @@ TEST_F(ArchiveFetch, KeepsOnlyWholePagesWithSongs) {
         {{.status = 500, .body = Song}, ArchiveStatus::Failed, "the server answered 500"},
         {{.status = 200, .body = ""}, ArchiveStatus::Failed, "the page did not arrive whole"},
         {{.status = 200, .body = "Please log in"}, ArchiveStatus::Failed, "the page holds no song"},
-        {{.error = platform::HttpError::TimedOut}, ArchiveStatus::Failed, "the server could not be reached"},
+        {{.error = platform::HttpError::TimedOut},
+         ArchiveStatus::Failed,
+         "the server could not be reached"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.answer.status);

@@ -1,7 +1,7 @@
 #include "playlists/archive_pages.h"
 
-#include "support/environment.h"
-#include "support/temp_folder.h"
+#include "tests/support/environment.h"
+#include "tests/support/temp_folder.h"
 
 namespace ostrova::playlists {
 namespace {

@@ -2,29 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-
 #include "tests/support/environment.h"
+#include "tests/support/moments.h"
 
 namespace ostrova::playlists {
 namespace {
 
+using testing::At;
 using testing::TimeZone;
-
-/// A local time as "2006-03-03 12:59:59".
-EpochSeconds At(const std::string& text) {
-    std::tm local{};
-    std::sscanf(text.c_str(), "%d-%d-%d %d:%d:%d", &local.tm_year, &local.tm_mon, &local.tm_mday,
-                &local.tm_hour, &local.tm_min, &local.tm_sec);
-    local.tm_year -= 1900;
-    local.tm_mon -= 1;
-    local.tm_isdst = -1;
-    return util::FromLocalTime(local);
-}
-
-std::string Told(EpochSeconds moment) {
-    return util::FormatTime("%Y-%m-%d %H:%M:%S", util::LocalTime(moment));
-}
 
 const std::initializer_list<const char*> Zones = {"UTC",
                                                   "Europe/Berlin",
@@ -57,7 +42,7 @@ TEST(Calendar, AWeekendIsCurrentFromFridayAfternoonToSundayNoon) {
                                          {"2038-01-22 13:00:00", "2038-01-22", false}}) {
             SCOPED_TRACE(std::string(name) + " " + c.now);
             const CurrentWeekendResult result = CurrentWeekend(At(c.now));
-            EXPECT_EQ(Told(result.weekend.anchor), std::string(c.anchor) + " 12:00:00");
+            EXPECT_EQ(testing::TimeOf(result.weekend.anchor), std::string(c.anchor) + " 12:00:00");
             EXPECT_EQ(result.weekendOver, c.over);
         }
     }
@@ -70,13 +55,13 @@ TEST(Calendar, ShowsAreFiledAtFixedOffsetsInPlainSeconds) {
                                  "2006-03-04 12:00:00"};
     const char* const names[] = {"Friday night", "Saturday morning", "Saturday night"};
     for (std::size_t i = 0; i < AllShows.size(); ++i) {
-        EXPECT_EQ(Told(weekend.ShowTime(AllShows[i])), times[i]);
+        EXPECT_EQ(testing::TimeOf(weekend.ShowTime(AllShows[i])), times[i]);
         EXPECT_EQ(ShowTimeOf(weekend.anchor, AllShows[i]), weekend.ShowTime(AllShows[i]));
         EXPECT_EQ(DisplayName(AllShows[i]), names[i]);
         EXPECT_EQ(IsMorningShow(weekend.ShowTime(AllShows[i])), i == 1);
     }
     // Summer time ended in the night to Sunday: an hour off, on the right days.
-    EXPECT_EQ(Told(CurrentWeekend(At("2006-10-29 11:00:00")).weekend.anchor),
+    EXPECT_EQ(testing::TimeOf(CurrentWeekend(At("2006-10-29 11:00:00")).weekend.anchor),
               "2006-10-27 13:00:00");
 }
 
@@ -119,11 +104,12 @@ TEST(Calendar, FindsTheLastShowOfAYear) {
             SCOPED_TRACE(std::string(name) + " " + c.date);
             const EpochSeconds last =
                 LastShowOfYear(c.slot, c.year - TmYearBase, At("2006-07-07 12:00:00"));
-            EXPECT_EQ(Told(last).substr(0, 10), c.date);
+            EXPECT_EQ(testing::TimeOf(last).substr(0, 10), c.date);
         }
     }
     const TimeZone zone("Europe/Berlin");  // noon of summer time is 11 o'clock in December
-    EXPECT_EQ(Told(LastShowOfYear(1, 105, At("2006-07-07 12:00:00"))), "2005-12-30 11:00:00");
+    EXPECT_EQ(testing::TimeOf(LastShowOfYear(1, 105, At("2006-07-07 12:00:00"))),
+              "2005-12-30 11:00:00");
 }
 
 TEST(Calendar, EveryDateLiesInTheWeekendThatBeganLast) {
@@ -145,13 +131,13 @@ TEST(Calendar, EveryDateLiesInTheWeekendThatBeganLast) {
                                                          {2007, 4, 1, "2007-03-30"},
                                                          {2010, 10, 3, "2010-10-01"}}) {
             SCOPED_TRACE(std::string(name) + " " + c.friday);
-            EXPECT_EQ(Told(WeekendOfDate(c.year, c.month, c.day).anchor),
+            EXPECT_EQ(testing::TimeOf(WeekendOfDate(c.year, c.month, c.day).anchor),
                       std::string(c.friday) + " 12:00:00");
         }
     }
     const TimeZone zone("Pacific/Apia");  // which had no 30 December 2011
-    EXPECT_EQ(Told(WeekendOfDate(2011, 12, 25).anchor), "2011-12-23 12:00:00");
-    EXPECT_EQ(Told(WeekendOfDate(2012, 1, 7).anchor), "2012-01-06 12:00:00");
+    EXPECT_EQ(testing::TimeOf(WeekendOfDate(2011, 12, 25).anchor), "2011-12-23 12:00:00");
+    EXPECT_EQ(testing::TimeOf(WeekendOfDate(2012, 1, 7).anchor), "2012-01-06 12:00:00");
     static_cast<void>(WeekendOfDate(2011, 12, 31));
 }
 

@@ -20,7 +20,7 @@
 #include "playlists/page_parser.h"
 #include "playlists/song.h"
 #include "playlists/year_index.h"
-#include "support/temp_folder.h"
+#include "tests/support/temp_folder.h"
 #include "util/line_reader.h"
 #include "util/local_time.h"
 #include "util/text.h"
