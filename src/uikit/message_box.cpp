@@ -1,0 +1,51 @@
+#include "uikit/message_box.h"
+
+#include <QLabel>
+
+#include "uikit/plain_text.h"
+#include "uikit/text.h"
+
+namespace ostrova::uikit {
+namespace {
+
+QMessageBox* MakeBox(QMessageBox::Icon icon, std::string_view caption, const std::string& text,
+                     QMessageBox::StandardButtons buttons, QWidget* owner) {
+    auto* box = new QMessageBox(icon, ToQString(caption), {}, buttons, owner);
+    box->setObjectName(QStringLiteral("messageBox"));
+    box->setTextFormat(Qt::PlainText);  // before the text, which would be guessed at
+    box->setText(BreakableText(ToQString(text)));
+    box->setAccessibleDescription(ToQString(text));
+    if (auto* picture = box->findChild<QLabel*>(QStringLiteral("qt_msgboxex_icon_label"))) {
+        picture->setAccessibleName(ToQString(caption));  // the box itself leaves it without a name
+    }
+    return box;
+}
+
+QMessageBox::Icon IconOf(feedback::MessageKind kind) {
+    switch (kind) {
+        case feedback::MessageKind::Warning:
+            return QMessageBox::Warning;
+        case feedback::MessageKind::Information:
+            return QMessageBox::Information;
+        case feedback::MessageKind::Error:
+        case feedback::MessageKind::InternalError:
+            break;
+    }
+    return QMessageBox::Critical;
+}
+
+}  // namespace
+
+QMessageBox* MakeMessageBox(feedback::MessageKind kind, const std::string& text, QWidget* owner) {
+    return MakeBox(IconOf(kind), feedback::Caption(kind), text, QMessageBox::Ok, owner);
+}
+
+QMessageBox* MakeYesNoBox(const std::string& text, QWidget* owner) {
+    auto* box =
+        MakeBox(QMessageBox::Question, "Question", text, QMessageBox::Yes | QMessageBox::No, owner);
+    box->setDefaultButton(QMessageBox::Yes);
+    box->setEscapeButton(QMessageBox::No);
+    return box;
+}
+
+}  // namespace ostrova::uikit

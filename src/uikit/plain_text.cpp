@@ -1,0 +1,29 @@
+#include "uikit/plain_text.h"
+
+namespace ostrova::uikit {
+
+QString PlainToolTip(const QString& text) {
+    return QStringLiteral("<p style=\"white-space:pre-wrap\">") +
+           BreakableText(text).toHtmlEscaped() + QStringLiteral("</p>");
+}
+
+QString BreakableText(const QString& text) {
+    constexpr int LongestWord = 40;  // characters that any place for a text can hold
+    constexpr int BreakEvery = 8;
+    constexpr QChar ZeroWidthSpace(0x200B);
+    QString result;
+    int wordLength = 0;
+    for (const QChar c : text) {
+        const bool endsWord = c.isSpace() || c == QLatin1Char('/') || c == QLatin1Char('-');
+        wordLength = endsWord ? 0 : wordLength + 1;
+        if (wordLength > LongestWord && wordLength % BreakEvery == 1) result += ZeroWidthSpace;
+        result += c;
+    }
+    return result;
+}
+
+QString PlainWindowTitle(const QString& text) {
+    return QString(text).replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
+}
+
+}  // namespace ostrova::uikit
