@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstddef>
 #include <limits>
+#include <string>
 
 #include "util/ascii.h"
 #include "util/compare.h"
@@ -20,16 +21,17 @@ constexpr DateValue SecondsPerDay = 86400;
 /// holds what decides most comparisons.
 struct Key {
     std::uint64_t quick = 0;
-    std::string_view text;
+    std::string_view text;  ///< in lower case where case has no say
 };
 
-std::uint64_t FirstBytes(std::string_view text, bool ignoreCase) {
+/// The first eight bytes as a number that compares as they do.
+std::uint64_t FirstBytes(std::string_view text) {
     std::uint64_t bytes = 0;
-    for (std::size_t i = 0; i < sizeof bytes; ++i) {
-        const char c = i < text.size() ? text[i] : '\0';
-        bytes = bytes << 8U | static_cast<unsigned char>(ignoreCase ? util::ToAsciiLower(c) : c);
+    const std::size_t length = std::min(text.size(), sizeof bytes);
+    for (std::size_t i = 0; i < length; ++i) {
+        bytes = bytes << 8U | static_cast<unsigned char>(text[i]);
     }
-    return bytes;
+    return length == 0 ? 0 : bytes << 8U * (sizeof bytes - length);
 }
 
 double LeadingFloat(std::string_view text) {
@@ -48,24 +50,55 @@ DateValue DateOf(std::string_view text, ColumnKind kind, const SortContext& cont
     return isNextDay ? *date + SecondsPerDay : *date;
 }
 
-Key MakeKey(std::string_view text, ColumnKind kind, const SortContext& context) {
-    switch (kind) {
-        case sort_kind::Natural:
-            return {util::IsBlank(text) ? 1U : 0U, text};
-        case sort_kind::Bytes:
-        case sort_kind::NoCase:
-            return {FirstBytes(text, kind == sort_kind::NoCase), text};
-        case sort_kind::Integer:
-            return {std::bit_cast<std::uint64_t>(std::int64_t{util::LeadingNumber(text)}), {}};
-        case sort_kind::Float:
-            return {std::bit_cast<std::uint64_t>(LeadingFloat(text)), {}};
-        case sort_kind::Date:
-        case sort_kind::Evening:
-            return {std::bit_cast<std::uint64_t>(DateOf(text, kind, context)), {}};
-        default:
-            return {};
+/// The keys of one column and the texts that they need beside the cells'.
+class ColumnKeys {
+public:
+    ColumnKeys(int rowCount, const CellTextSource& text, const SortRule& rule,
+               const SortContext& context)
+        : kind_(rule.kind), context_(context), keys_(static_cast<std::size_t>(rowCount)) {
+        if (kind_ == sort_kind::NoCase) {
+            std::size_t size = 0;
+            for (int row = 0; row < rowCount; ++row) size += text(row, rule.column).size();
+            lowered_.reserve(size);  // the keys point into it
+        }
+        for (int row = 0; row < rowCount; ++row) keys_[row] = Make(text(row, rule.column));
     }
-}
+
+    [[nodiscard]] const Key& operator[](int row) const { return keys_[row]; }
+
+private:
+    [[nodiscard]] Key Make(std::string_view text) {
+        switch (kind_) {
+            case sort_kind::Natural:
+                return {util::IsBlank(text) ? 1U : 0U, text};
+            case sort_kind::Bytes:
+                return {FirstBytes(text), text};
+            case sort_kind::NoCase:
+                text = Lower(text);
+                return {FirstBytes(text), text};
+            case sort_kind::Integer:
+                return {std::bit_cast<std::uint64_t>(std::int64_t{util::LeadingNumber(text)}), {}};
+            case sort_kind::Float:
+                return {std::bit_cast<std::uint64_t>(LeadingFloat(text)), {}};
+            case sort_kind::Date:
+            case sort_kind::Evening:
+                return {std::bit_cast<std::uint64_t>(DateOf(text, kind_, context_)), {}};
+            default:
+                return {};
+        }
+    }
+
+    std::string_view Lower(std::string_view text) {
+        const std::size_t start = lowered_.size();
+        for (const char c : text) lowered_.push_back(util::ToAsciiLower(c));
+        return std::string_view(lowered_).substr(start);
+    }
+
+    ColumnKind kind_;
+    const SortContext& context_;
+    std::string lowered_;
+    std::vector<Key> keys_;
+};
 
 int Order(std::uint64_t a, std::uint64_t b) {
     return a < b ? -1 : static_cast<int>(a > b);
@@ -82,11 +115,8 @@ int CompareAscending(const Key& a, const Key& b, ColumnKind kind) {
         case sort_kind::Natural:
             return util::NaturalCompare(a.text, b.text);
         case sort_kind::Bytes:
-            return a.quick != b.quick ? Order(a.quick, b.quick)
-                                      : util::CompareStrings(a.text, b.text);
         case sort_kind::NoCase:
-            return a.quick != b.quick ? Order(a.quick, b.quick)
-                                      : util::CompareNoCase(a.text, b.text);
+            return a.quick != b.quick ? Order(a.quick, b.quick) : a.text.compare(b.text);
         case sort_kind::Integer: {
             const auto left = std::bit_cast<std::int64_t>(a.quick);
             const auto right = std::bit_cast<std::int64_t>(b.quick);
@@ -166,15 +196,16 @@ private:
 
 std::vector<int> SortedRows(int rowCount, const CellTextSource& text, const SortRule& primary,
                             const SortRule& secondary, const SortContext& context) {
+    const ColumnKeys keys(rowCount, text, primary, context);
+    // Rows that are equal in a column stay so when they are compared in it once more.
+    const bool hasTies = secondary.column != primary.column;
+    const ColumnKeys ties(hasTies ? rowCount : 0, text, secondary, context);
     std::vector<Item> items(static_cast<std::size_t>(rowCount));
-    std::vector<Key> ties(items.size());
-    for (int row = 0; row < rowCount; ++row) {
-        items[row] = {MakeKey(text(row, primary.column), primary.kind, context), row};
-        ties[row] = MakeKey(text(row, secondary.column), secondary.kind, context);
-    }
+    for (int row = 0; row < rowCount; ++row) items[row] = {keys[row], row};
     const auto isAfter = [&](const Item& a, const Item& b) {
         const int order = Compare(a.key, b.key, primary);
-        return order > 0 || (order == 0 && Compare(ties[a.row], ties[b.row], secondary) > 0);
+        if (order != 0 || !hasTies) return order > 0;
+        return Compare(ties[a.row], ties[b.row], secondary) > 0;
     };
     MergeSort(items, isAfter).Sort(0, items.size());
     std::vector<int> rows(items.size());

@@ -45,6 +45,8 @@ NewListCtrl::NewListCtrl(QWidget* parent)
 }
 
 NewListCtrl::~NewListCtrl() {
+    // Editors would report to a list that is no more.
+    qDeleteAll(viewport()->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly));
     setModel(nullptr);  // before the member goes
 }
 
@@ -197,7 +199,8 @@ QRect NewListCtrl::RowIn(const QRect& rowRect) const {
 
 int NewListCtrl::HitTestCell(QPoint point, int& column) const {
     const int x = point.x() + header_->offset();
-    const QModelIndex onRow = indexAt({-header_->offset(), point.y()});
+    const bool isInside = point.y() >= 0 && point.y() < viewport()->height();
+    const QModelIndex onRow = isInside ? indexAt({-header_->offset(), point.y()}) : QModelIndex();
     if (x < 0 || x >= header_->length() || !onRow.isValid()) return -1;
     int right = 0;
     for (int i = 0; i < header_->count(); ++i) {

@@ -116,6 +116,7 @@ void NewListCtrl::SetHeaderDragEnabled(bool isOn) {
 
 std::vector<int> NewListCtrl::Widths() const {
     std::vector<int> widths;
+    widths.reserve(static_cast<std::size_t>(GetColumnCount()));
     for (int column = 0; column < GetColumnCount(); ++column) {
         widths.push_back(header_->sectionSize(column));
     }

@@ -1,5 +1,7 @@
 #include <QAccessible>
-#include <QLabel>
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QTimer>
 #include <numeric>
 
 #include "uikit/column_fit.h"
@@ -66,6 +68,23 @@ TEST_F(SortedListTest, EndsAnEditBeforeItsRowMovesAway) {
     ClickHeader(*list_, 0);
     EXPECT_EQ(OpenEditor(), nullptr);
     EXPECT_EQ(told_.ends, (std::vector<CellNotice>{{1, 1, "Abba"}}));
+}
+
+TEST_F(SortedListTest, OffersInItsMenuWhatTheMouseDoes) {
+    list_->SelectRow(1);
+    QStringList texts;
+    QTimer::singleShot(0, list_, [&texts] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        for (const QAction* action : menu->actions()) texts.push_back(action->text());
+        menu->setActiveAction(menu->actions().at(3));
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, {}, {});
+    QApplication::sendEvent(list_->viewport(), &event);
+    EXPECT_EQ(texts.join(QLatin1Char('|')),
+              QStringLiteral("&Edit|&Copy||Sort by Column 0|Sort by Column 1"));
+    EXPECT_EQ(list_->SortColumn(), 0);
 }
 
 TEST_F(SortedListTest, SaysToScreenReadersWhatItShows) {

@@ -139,6 +139,12 @@ TEST_F(ListEditTest, ReportsTheRowWhereverItHasGone) {
     EXPECT_EQ(told_.ends, (Notices{{2, 1, "b1"}, {-1, 1, std::nullopt}}));
 }
 
+TEST_F(ListEditTest, TakesItsOpenEditorAlongWhenItGoes) {
+    EditCellText(*list_, 1, 1);
+    delete list_;
+    EXPECT_TRUE(told_.ends.empty());
+}
+
 TEST_F(ListEditTest, GrowsUpToTheEdgeOfTheList) {
     const QRect cell = list_->CellRect(0, 3);
     EditCellText(*list_, 0, 3);

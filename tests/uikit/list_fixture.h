@@ -121,12 +121,12 @@ public:
         return nullptr;
     }
 
+    Told told_;  // outlives the dialog, which ends an open edit when it goes
     QDialog dialog_;
     NewListCtrl* list_;
     QLineEdit* box_;
     QPushButton* button_ = nullptr;
     int defaultPresses_ = 0;
-    Told told_;
 };
 
 }  // namespace ostrova::uikit
