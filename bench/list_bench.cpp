@@ -72,6 +72,7 @@ std::vector<RowTexts> MakeRows(int count) {
         return std::string(Words[(seed >> 16U) % 12]);
     };
     std::vector<RowTexts> rows;
+    rows.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
         rows.push_back({std::to_string(i % 12) + ":" + std::to_string(10 + i % 50) + "pm",
                         word() + " " + word() + " " + word(), word() + " " + word(), word()});

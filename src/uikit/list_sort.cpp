@@ -53,15 +53,16 @@ DateValue DateOf(std::string_view text, ColumnKind kind, const SortContext& cont
 /// The keys of one column and the texts that they need beside the cells'.
 class ColumnKeys {
 public:
-    ColumnKeys(int rowCount, const CellTextSource& text, const SortRule& rule,
+    ColumnKeys(const std::vector<std::string_view>& texts, ColumnKind kind,
                const SortContext& context)
-        : kind_(rule.kind), context_(context), keys_(static_cast<std::size_t>(rowCount)) {
+        : kind_(kind), context_(context) {
         if (kind_ == sort_kind::NoCase) {
             std::size_t size = 0;
-            for (int row = 0; row < rowCount; ++row) size += text(row, rule.column).size();
+            for (const std::string_view text : texts) size += text.size();
             lowered_.reserve(size);  // the keys point into it
         }
-        for (int row = 0; row < rowCount; ++row) keys_[row] = Make(text(row, rule.column));
+        keys_.reserve(texts.size());
+        for (const std::string_view text : texts) keys_.push_back(Make(text));
     }
 
     [[nodiscard]] const Key& operator[](int row) const { return keys_[row]; }
@@ -77,12 +78,12 @@ private:
                 text = Lower(text);
                 return {FirstBytes(text), text};
             case sort_kind::Integer:
-                return {std::bit_cast<std::uint64_t>(std::int64_t{util::LeadingNumber(text)}), {}};
+                return {std::bit_cast<std::uint64_t>(std::int64_t{util::LeadingNumber(text)})};
             case sort_kind::Float:
-                return {std::bit_cast<std::uint64_t>(LeadingFloat(text)), {}};
+                return {std::bit_cast<std::uint64_t>(LeadingFloat(text))};
             case sort_kind::Date:
             case sort_kind::Evening:
-                return {std::bit_cast<std::uint64_t>(DateOf(text, kind_, context_)), {}};
+                return {std::bit_cast<std::uint64_t>(DateOf(text, kind_, context_))};
             default:
                 return {};
         }
@@ -90,7 +91,10 @@ private:
 
     std::string_view Lower(std::string_view text) {
         const std::size_t start = lowered_.size();
-        for (const char c : text) lowered_.push_back(util::ToAsciiLower(c));
+        lowered_.append(text);
+        for (std::size_t i = start; i < lowered_.size(); ++i) {
+            lowered_[i] = util::ToAsciiLower(lowered_[i]);
+        }
         return std::string_view(lowered_).substr(start);
     }
 
@@ -196,11 +200,17 @@ private:
 
 std::vector<int> SortedRows(int rowCount, const CellTextSource& text, const SortRule& primary,
                             const SortRule& secondary, const SortContext& context) {
-    const ColumnKeys keys(rowCount, text, primary, context);
     // Rows that are equal in a column stay so when they are compared in it once more.
     const bool hasTies = secondary.column != primary.column;
-    const ColumnKeys ties(hasTies ? rowCount : 0, text, secondary, context);
-    std::vector<Item> items(static_cast<std::size_t>(rowCount));
+    std::vector<std::string_view> texts(static_cast<std::size_t>(rowCount));
+    std::vector<std::string_view> tieTexts(hasTies ? texts.size() : 0);
+    for (int row = 0; row < rowCount; ++row) {
+        texts[row] = text(row, primary.column);
+        if (hasTies) tieTexts[row] = text(row, secondary.column);
+    }
+    const ColumnKeys keys(texts, primary.kind, context);
+    const ColumnKeys ties(tieTexts, secondary.kind, context);
+    std::vector<Item> items(texts.size());
     for (int row = 0; row < rowCount; ++row) items[row] = {keys[row], row};
     const auto isAfter = [&](const Item& a, const Item& b) {
         const int order = Compare(a.key, b.key, primary);
