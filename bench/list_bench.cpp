@@ -8,11 +8,11 @@
 #include <QTreeWidget>
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <functional>
 #include <string>
 #include <vector>
 
+#include "bench/measure.h"
 #include "uikit/new_list_ctrl.h"
 #include "uikit/text.h"
 
@@ -24,16 +24,10 @@ constexpr int Columns = 4;
 constexpr int ManyRows = 100'000;
 constexpr int FewRows = 240;
 
-double ProcessorMilliseconds() {
-    timespec now{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
-}
-
 double TimeOf(const std::function<void()>& work) {
-    const double start = ProcessorMilliseconds();
+    const double start = ostrova::bench::ProcessorSeconds();
     work();
-    return ProcessorMilliseconds() - start;
+    return (ostrova::bench::ProcessorSeconds() - start) * 1e3;
 }
 
 double Median(std::vector<double> values) {

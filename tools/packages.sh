@@ -4,7 +4,7 @@ BUILD_PACKAGES="g++ cmake ninja-build ccache pkg-config libcurl4-openssl-dev lib
     libcli11-dev nlohmann-json3-dev libutf8proc-dev"
 TEST_PACKAGES="libgtest-dev libgmock-dev git python3 tzdata"
 LINT_PACKAGES="clang-format clang-tidy"
-BENCH_PACKAGES="libxml2-dev curl valgrind"
+BENCH_PACKAGES="python3 libxml2-dev curl valgrind"
 COVERAGE_PACKAGES="lcov"
 FUZZ_PACKAGES="clang libclang-rt-14-dev"
 

@@ -15,7 +15,8 @@ enum class TextKind { Title, Artist };
 ///
 /// `text` is bytes of code page 1252. The key holds A-Z, 0-9 and the joiners f, w, v and n; a text
 /// without a letter or digit keeps every byte but white space. Pure and safe to call from any
-/// thread. One allocation; time grows with the length of `text`.
+/// thread. One allocation (none for a short key, two for a text above 256 bytes); time grows with
+/// the length of `text`.
 ///
 ///     MakeMatchKey("Rock & Roll", TextKind::Title)  // "ROCKnROLL"
 ///     MakeMatchKey("!!!", TextKind::Artist)         // "!!!"

@@ -4,6 +4,7 @@
 // double-quoted fields with a tab between; a backslash stands before a quote or a backslash.
 
 #include <cstddef>
+#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -73,11 +74,11 @@ public:
     void DeleteAll() override;
     void SortAgain() override {}
 
-    [[nodiscard]] const std::vector<SearchEntry>& Rows() const { return rows_; }
+    [[nodiscard]] const std::deque<SearchEntry>& Rows() const { return rows_; }
     [[nodiscard]] std::optional<std::size_t> Selected() const { return selected_; }
 
 private:
-    std::vector<SearchEntry> rows_;
+    std::deque<SearchEntry> rows_;  // lists are filled at the top
     std::optional<std::size_t> selected_;
 };
 

@@ -4,6 +4,8 @@
 
 #include <chrono>
 #include <cstdint>
+#include <memory>
+#include <string>
 
 #include "util/local_time.h"
 
@@ -37,10 +39,26 @@ public:
 /// The machine's own clock. An idle wait wakes the processor 0 times on Linux. Used by one thread.
 class SystemClock final : public Clock {
 public:
+    SystemClock();
+    /// The same with another file for the system's time zone; for tests.
+    explicit SystemClock(std::string zoneFile);
+    ~SystemClock() override;
+    SystemClock(const SystemClock&) = delete;
+    SystemClock& operator=(const SystemClock&) = delete;
+
     [[nodiscard]] util::EpochSeconds Now() override;
     [[nodiscard]] std::int64_t SteadyMilliseconds() override;
+    /// A signal that is handled meanwhile ends the wait with `ClockChanged` too. Without the means
+    /// of the system (descriptors have run out) the clock is looked at once a minute.
     WakeReason WaitUntil(util::EpochSeconds due) override;
     void Sleep(std::chrono::milliseconds span) override;
+
+private:
+    class ZoneWatch;
+
+    std::string zoneFile_;
+    // Kept from one wait to the next, so that a change between two waits is noticed as well.
+    std::unique_ptr<ZoneWatch> zone_;
 };
 
 }  // namespace ostrova::platform

@@ -3,6 +3,8 @@
 // HTTP as the program needs it: one request at a time, answers streamed to a sink, nothing followed
 // but http and https. What counts as success is the caller's business: a 404 arrives like a 200.
 
+#include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -11,15 +13,16 @@
 
 namespace ostrova::platform {
 
-/// Where a request failed.
+/// Where a request failed: before anything was sent, before any of the final answer arrived, in its
+/// status and headers, after them.
 enum class HttpStage { Open, Connect, Status, Read };
 
 /// Why.
 enum class HttpError {
     None,
-    BadAddress,    // not http(s), or no address at all
+    BadAddress,    // not http(s), or no address at all; the stage is Open
     NoConnection,  // no such name, refused, no network, proxy trouble
-    TimedOut,      // no connection in 10 s, or fewer than 10 bytes a second for 20 s
+    TimedOut,      // see HttpTimeouts
     BadAnswer,     // not HTTP, cut short, compressed although not asked for, too many redirects
     TooLarge,      // more than the limit
     Cancelled,     // the caller said so
@@ -42,6 +45,7 @@ struct HttpResponse {
     std::string detail;                 // the library's own description of the error
     int code = 0;                       // and its number
     bool reachedNetwork = false;        // a connection was made
+    bool endKnown = false;              // the answer said how long it is, or came in chunks
     int retryAfterSeconds = 0;          // of a 429 or 503, 0 when not given; at most 3600
 
     [[nodiscard]] bool Ok() const { return error == HttpError::None; }
@@ -68,7 +72,15 @@ public:
     virtual HttpResponse Perform(const HttpRequest& request, const HttpEvents& events) = 0;
 };
 
+/// When a request is given up. Time that a callback takes (the user has paused) does not count.
+struct HttpTimeouts {
+    std::chrono::milliseconds connect = std::chrono::seconds(10);
+    std::chrono::milliseconds stall = std::chrono::seconds(20);  // this long with fewer than ...
+    std::int64_t stallBytesPerSecond = 10;                       // ... so many, on average
+    std::chrono::milliseconds total = std::chrono::hours(1);
+};
+
 /// The client on libcurl, with the environment's proxy settings and TLS verified.
-[[nodiscard]] std::unique_ptr<HttpClient> MakeHttpClient();
+[[nodiscard]] std::unique_ptr<HttpClient> MakeHttpClient(const HttpTimeouts& timeouts = {});
 
 }  // namespace ostrova::platform

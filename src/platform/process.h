@@ -1,11 +1,15 @@
 #pragma once
 
-// The program's own file and fresh copies of it.
+// The program's own file and fresh copies of it, and what every program does to its process first.
 
 #include <string>
 #include <vector>
 
 namespace ostrova::platform {
+
+/// Called first by every program: writing into a pipe that nobody reads any more, or beyond the
+/// file size limit, is an error that the writer hears of and not the process's end.
+void IgnoreFatalWriteSignals();
 
 /// Full path of the file that this process runs, as it was started; empty when the system can't
 /// tell. When the file was replaced meanwhile, still the path, so that a new copy is the new file.

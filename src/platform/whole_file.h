@@ -10,7 +10,9 @@
 
 namespace ostrova::platform {
 
-/// How a write ended. After a failure the target is as it was and no sibling is left.
+/// How a write ended. After a failure the target is as it was and no sibling is left. One failure
+/// comes too late for that: when only the folder could not be synced, the new bytes stand, but may
+/// not outlive a power cut.
 struct WriteResult {
     bool ok = false;
     std::string detail;  // one line for the user when not ok, e.g. "No space left on device"
@@ -18,16 +20,17 @@ struct WriteResult {
 };
 
 /// Replaces `path` by `bytes`. A path that is a link is followed: the file it names is replaced. A
-/// target that exists and isn't a regular file (a folder, a FIFO, a device) is refused. Keeps the
-/// mode of the file that it replaces; a new file gets the process's usual mode.
+/// target that exists and isn't a regular file (a folder, a FIFO, a device) is refused, and so is
+/// one that its mode protects from writing. Keeps the mode of the file that it replaces; a new file
+/// gets the process's usual mode.
 [[nodiscard]] WriteResult WriteWholeFile(const std::string& path, std::string_view bytes);
 
-/// Many files written side by side whose disk waits are shared: the siblings are written at once,
-/// and `Commit` syncs them together before any is renamed. What was not committed when the batch
-/// ends leaves nothing behind.
+/// Many files whose disk waits are shared: the siblings are written at once, and `Commit` syncs
+/// them together before any is renamed. What was not committed when the batch ends leaves nothing
+/// behind. Holds one descriptor a folder, however many files there are.
 class WriteBatch {
 public:
-    WriteBatch() = default;
+    WriteBatch();
     ~WriteBatch();
     WriteBatch(const WriteBatch&) = delete;
     WriteBatch& operator=(const WriteBatch&) = delete;
@@ -43,11 +46,15 @@ public:
 
 private:
     struct Staged {
-        std::string path;
+        std::string target;  // links resolved
         std::string sibling;
-        int fd = -1;
     };
+    class Folder;
+
+    [[nodiscard]] WriteResult SyncStaged() const;
+
     std::vector<Staged> staged_;
+    std::vector<Folder> folders_;
 };
 
 /// True for the names that siblings of this writer have; readers of a folder pass them over.

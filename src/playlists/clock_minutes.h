@@ -20,12 +20,25 @@ inline constexpr int MinutesPerHour = 60;
 [[nodiscard]] ClockMinutes ParseClockAt(std::string_view line, std::size_t position,
                                         std::size_t* end = nullptr);
 
-/// The first time of `line` from `from` on (characters before it count for nothing) that is not
-/// more than three hours after `lowerBound` nor before it, any time when `lowerBound` is negative;
-/// `defaultValue` when there is none. `end`, when given, becomes the position after the time found;
-/// it is left alone when none was.
-[[nodiscard]] ClockMinutes FindClock(std::string_view line, ClockMinutes lowerBound,
-                                     ClockMinutes defaultValue, std::size_t* end = nullptr);
+/// `FindClock` for the colon at `colon` and those after it.
+[[nodiscard]] ClockMinutes FindClockFromColon(std::string_view line, std::size_t colon,
+                                              ClockMinutes lowerBound, ClockMinutes defaultValue,
+                                              std::size_t* end);
+
+/// The first time of `line` that is neither before `lowerBound` nor more than three hours after it,
+/// or the very first when `lowerBound` is negative; `defaultValue` when there is none. `end`, when
+/// given, becomes the position after the time found; it is left alone when none was.
+[[nodiscard]] inline ClockMinutes FindClock(std::string_view line, ClockMinutes lowerBound,
+                                            ClockMinutes defaultValue, std::size_t* end = nullptr) {
+    const std::size_t colon = line.find(':');  // most lines have none, and so no time
+    if (colon == std::string_view::npos) return defaultValue;
+    return FindClockFromColon(line, colon, lowerBound, defaultValue, end);
+}
+
+/// The last time of `line` that begins at or before `last`; -1 when there is none. `found` becomes
+/// the position where it begins; it is left alone when none was.
+[[nodiscard]] ClockMinutes FindClockBackwards(std::string_view line, std::size_t last,
+                                              std::size_t& found);
 
 struct SplitTime {
     int hour = 0;

@@ -10,7 +10,6 @@
 namespace ostrova::playlists {
 namespace {
 
-constexpr int FirstIndexedYear = 2007;
 constexpr std::string_view PlaylistRoot = "/vantra/playlist/";
 constexpr std::string_view ArchivePath = "archive/%Y/%Y%m%d.htm";
 

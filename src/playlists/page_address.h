@@ -23,6 +23,9 @@ struct PageSource {
 /// Longest address that is formed; what a page itself gives is not cut.
 inline constexpr std::size_t LongestAddress = 79;
 
+/// The first year whose addresses stand in a year index.
+inline constexpr int FirstIndexedYear = 2007;
+
 /// The address of the archived page of a show, as sites of every year have it.
 [[nodiscard]] std::string ArchiveAddress(const std::string& siteHost, EpochSeconds showTime);
 

@@ -32,6 +32,10 @@ struct Song {
 [[nodiscard]] Song MakeSong(ClockMinutes time, bool estimated, std::string_view title,
                             std::string_view artist, std::optional<std::string_view> comment);
 
+/// Makes `song` anew in place: what its texts have allocated is used again.
+void SetSong(Song& song, ClockMinutes time, bool estimated, std::string_view title,
+             std::string_view artist, std::optional<std::string_view> comment);
+
 /// "~1:05am" for an estimated time, "11:30pm" for a known one.
 [[nodiscard]] std::string SongTimeText(const Song& song);
 

@@ -4,8 +4,11 @@
 // result whether it worked; whether it also tells the user is the caller's choice. An error text
 // begins with the caller's message, then a blank line, then the detail.
 
+#include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "feedback/messages.h"
 #include "feedback/progress.h"
@@ -27,7 +30,13 @@ struct TransferTools {
     feedback::Messages* messages = nullptr;
     feedback::Progress* progress = nullptr;
     platform::SettingsStore* internetSettings = nullptr;  // holds "EnableAutodial"
+    // Once true, a transfer under way is cancelled within a fraction of a second. May be set by
+    // another thread or a signal.
+    const std::atomic<bool>* cancel = nullptr;
 };
+
+/// Where the Internet settings hold "EnableAutodial".
+inline constexpr std::string_view InternetSection = "Internet Settings";
 
 /// How one transfer ended. A file stands at the wanted place only after `Done`.
 enum class TransferStatus {
@@ -45,6 +54,7 @@ struct TransferResult {
     int httpStatus = 0;           // 0 when no answer arrived
     bool reachedNetwork = false;  // false: the request never left the machine
     int retryAfterSeconds = 0;    // asked for by a 429 or 503
+    bool wasLocal = false;        // a path was copied; its failure has been told in any case
 
     [[nodiscard]] bool Ok() const { return status == TransferStatus::Done; }
 };
@@ -59,9 +69,17 @@ struct Download {
     bool mayBeLocal = false;  // the address is the user's or the configuration's: it may be a path
 };
 
-/// Fetches `download.url` into the file, whole or not at all: an answer is a success when its
-/// status is 200 and it is not empty, complete and no larger than the limit. A failure removes the
-/// file of that name. An address that names an existing path (only when it may be local) is copied.
+/// Fetches `download.url` into memory: an answer is a success when its status is 200 and it is not
+/// empty, complete and no larger than the limit. An answer that says nowhere how long it is counts
+/// as complete unless it opens an html mark that it never closes. `bytes` is empty after a failure;
+/// `download.localPath` is not looked at.
+TransferResult DownloadBytes(const TransferTools& tools, const Download& download,
+                             std::string& bytes);
+
+/// Fetches `download.url` into the file, whole or not at all; what is a success is said above. When
+/// the server or the road to it fails, the file of that name is removed; when the disk does, it
+/// stays as it was. An address that names an existing path (only when it may be local) is copied,
+/// and a failure of that is always told.
 TransferResult DownloadToFile(const TransferTools& tools, const Download& download);
 
 /// The outcome of a posted form.
@@ -97,11 +115,12 @@ bool FileCopy(feedback::Messages& messages, const std::string& destination,
 /// A folder of the user's own for temporary files; empty when none can be had.
 [[nodiscard]] std::string TempFolder();
 
-/// `fileName` in that folder, normalised.
+/// `fileName` in that folder, normalised; empty, which no file can be called, when there is none.
 [[nodiscard]] std::string TempFilePath(const std::string& fileName);
 
 /// Keeps the system from dialling while it lives, when `disable` is set: switches "EnableAutodial"
-/// of the Internet settings off, and writes back what it found. Without that value it does nothing.
+/// of the Internet settings off, and writes back what it found. Without that value, or without a
+/// store, it does nothing.
 class AutodialGuard {
 public:
     AutodialGuard(platform::SettingsStore* internetSettings, bool disable);
@@ -110,8 +129,10 @@ public:
     AutodialGuard& operator=(const AutodialGuard&) = delete;
 
 private:
+    void Write(std::int32_t value) const;
+
     platform::SettingsStore* store_;
-    int saved_ = 0;
+    std::int32_t saved_ = 0;
 };
 
 }  // namespace ostrova::playlists

@@ -8,19 +8,22 @@ QString PlainToolTip(const QString& text) {
 }
 
 QString BreakableText(const QString& text) {
-    constexpr int LongestWord = 40;
+    constexpr int LongestWord = 40;  // characters that any place for a text can hold
+    constexpr int BreakEvery = 8;
     constexpr QChar ZeroWidthSpace(0x200B);
     QString result;
     int wordLength = 0;
     for (const QChar c : text) {
-        wordLength = c.isSpace() ? 0 : wordLength + 1;
-        if (wordLength > LongestWord) {
-            result += ZeroWidthSpace;
-            wordLength = 1;
-        }
+        const bool endsWord = c.isSpace() || c == QLatin1Char('/') || c == QLatin1Char('-');
+        wordLength = endsWord ? 0 : wordLength + 1;
+        if (wordLength > LongestWord && wordLength % BreakEvery == 1) result += ZeroWidthSpace;
         result += c;
     }
     return result;
+}
+
+QString PlainWindowTitle(const QString& text) {
+    return QString(text).replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
 }
 
 }  // namespace ostrova::uikit

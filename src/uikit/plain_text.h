@@ -14,4 +14,7 @@ namespace ostrova::uikit {
 /// an address of 500 characters.
 [[nodiscard]] QString BreakableText(const QString& text);
 
+/// `text` for the title of a window, where "[*]" would stand for "changed".
+[[nodiscard]] QString PlainWindowTitle(const QString& text);
+
 }  // namespace ostrova::uikit

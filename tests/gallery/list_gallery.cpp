@@ -1,4 +1,4 @@
-#include "gallery/list_gallery.h"
+#include "tests/gallery/list_gallery.h"
 
 #include <QGridLayout>
 #include <QLabel>

@@ -4,8 +4,8 @@
 #include <QTimer>
 #include <numeric>
 
+#include "tests/uikit/list_fixture.h"
 #include "uikit/column_fit.h"
-#include "uikit/list_fixture.h"
 #include "uikit/list_placeholder.h"
 
 namespace ostrova::uikit {

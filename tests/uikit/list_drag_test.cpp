@@ -2,7 +2,7 @@
 #include <QScrollBar>
 #include <tuple>
 
-#include "uikit/list_fixture.h"
+#include "tests/uikit/list_fixture.h"
 
 namespace ostrova::uikit {
 namespace {

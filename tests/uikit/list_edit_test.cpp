@@ -3,9 +3,9 @@
 #include <QComboBox>
 #include <QScrollBar>
 
+#include "tests/uikit/list_fixture.h"
 #include "uikit/cell_choice.h"
 #include "uikit/cell_edit.h"
-#include "uikit/list_fixture.h"
 
 namespace ostrova::uikit {
 namespace {

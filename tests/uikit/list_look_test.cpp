@@ -2,8 +2,8 @@
 #include <QTextDocument>
 #include <QToolTip>
 
-#include "gallery/list_gallery.h"
-#include "uikit/list_fixture.h"
+#include "tests/gallery/list_gallery.h"
+#include "tests/uikit/list_fixture.h"
 
 namespace ostrova::uikit {
 namespace {

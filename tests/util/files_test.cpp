@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "support/temp_folder.h"
+#include "tests/support/temp_folder.h"
 
 namespace ostrova::util {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/environment.h"
+#include "tests/support/environment.h"
 
 namespace ostrova::util {
 namespace {

@@ -1,0 +1,131 @@
+#include "app/background_loop.h"
+
+#include "app/settings.h"
+#include "util/format.h"
+
+namespace ostrova::app {
+namespace {
+
+using playlists::Friday;
+using playlists::SecondsPerWeek;
+using playlists::SecondsUntil;
+
+/// A machine that slept longer is not asked to catch up: the weekends between are there to be
+/// picked in the window, and more likely the clock was wrong.
+constexpr int LongestCatchUp = 8 * SecondsPerWeek;
+
+std::string Date(EpochSeconds moment) {
+    return util::FormatTime("%Y-%m-%d", util::LocalTime(moment));
+}
+
+std::string Time(EpochSeconds moment) {
+    return util::FormatTime("%Y-%m-%d %H:%M:%S", util::LocalTime(moment));
+}
+
+/// The weekend to look for at `now` by a process that has found none yet.
+WeekendAnchor NextWeekend(EpochSeconds now) {
+    const auto current = playlists::CurrentWeekend(now);
+    return current.weekendOver ? FollowingWeekend(current.weekend.anchor) : current.weekend.anchor;
+}
+
+}  // namespace
+
+void BackgroundLoop::Run(WeekendAnchor displayed, const FirstWake& first) {
+    target_ = LocalMoment(first.target);
+    bool wasCached = false;
+    bool ok = false;
+    if (first.target == displayed) {
+        ok = Fetch();
+    } else {
+        due_.SetOnLocalClock(clock_->Now(), first.delay);
+    }
+    for (;;) {
+        if (!ok) {
+            Wait();
+            wasCached = tasks_.fridayPageIsCached(target_.Get());
+            ok = Fetch();
+        }
+        if (ok) OnFound(wasCached);
+        ok = false;
+    }
+}
+
+void BackgroundLoop::Wait() {
+    if (due_.Get() > clock_->Now()) tasks_.beforeWait();
+    while (clock_->WaitUntil(due_.Get()) == platform::WakeReason::ClockChanged) OnClockChanged();
+    const EpochSeconds now = clock_->Now();
+    const EpochSeconds late = now - due_.Get();
+    if (late > OversleptSeconds) retries_.Reset();
+    if (late > LongestCatchUp) {
+        target_ = LocalMoment(playlists::CurrentWeekend(now).weekend.anchor);
+    }
+}
+
+void BackgroundLoop::OnClockChanged() {
+    const EpochSeconds now = clock_->Now();
+    target_.ZoneMayHaveChanged();
+    due_.ClockChanged(now);
+    EpochSeconds release = ReleaseOf(target_.Get());
+    if (release - now > LongestWait) {
+        // The clock was far ahead when this weekend was chosen. What has been found already is not
+        // looked for again; when that too lies far ahead, the clock is wrong now, and it is waited
+        // for.
+        target_ = LocalMoment(newestFound_ ? FollowingWeekend(*newestFound_) : NextWeekend(now));
+        release = ReleaseOf(target_.Get());
+        due_.SetInterval(now, 0);
+    }
+    // A retry before the release would be one of many in vain.
+    if (due_.IsInterval() && now < release) due_.SetUntil(release);
+}
+
+bool BackgroundLoop::Fetch() {
+    const playlists::RunResult result = tasks_.runWeekend(target_.Get());
+    if (result.had) {
+        Log("found");
+    } else {
+        OnFailed(result);
+    }
+    return result.had;
+}
+
+void BackgroundLoop::OnFailed(const playlists::RunResult& result) {
+    const EpochSeconds now = clock_->Now();
+    due_.SetInterval(now, retries_.After(result));
+    Log(util::Format("%s, next attempt at %s",
+                     result.reachedNetwork ? "not out yet" : "no connection", Time(due_.Get())));
+    Announce();  // of an older weekend, when this one was looked for right after it
+}
+
+void BackgroundLoop::OnFound(bool wasCached) {
+    const EpochSeconds now = clock_->Now();
+    retries_.Reset();
+    newestFound_ = target_.Get();
+    announcementDue_ = ShouldOpen(wasCached);
+    target_ = LocalMoment(FollowingWeekend(target_.Get()));
+    if (now >= ReleaseOf(target_.Get())) {
+        due_.SetInterval(now, 0);  // the machine has slept through that one as well
+    } else {
+        Announce();
+        due_.SetOnLocalClock(now, SecondsUntil(now, Friday, ReleaseHour));
+    }
+}
+
+bool BackgroundLoop::ShouldOpen(bool wasCached) const {
+    const std::int32_t whenToOpen = tasks_.readWhenToOpen();
+    // A weekend whose first page was there before was fetched, and shown, by a window.
+    if (whenToOpen == OpenNever || wasCached) return false;
+    if (tasks_.windowIsOpen()) return false;  // its own timer deals with the new weekend
+    return whenToOpen != OpenOnMatch || tasks_.anySongMatches();
+}
+
+void BackgroundLoop::Announce() {
+    if (announcementDue_) tasks_.relaunch();
+    announcementDue_ = false;
+}
+
+void BackgroundLoop::Log(const std::string& what) const {
+    tasks_.log(
+        util::Format("%s weekend of %s: %s", Time(clock_->Now()), Date(target_.Get()), what));
+}
+
+}  // namespace ostrova::app

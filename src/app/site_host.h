@@ -1,0 +1,39 @@
+#pragma once
+
+// Whom the program talks to: the programme's site and the maker's server. Both are built in and can
+// be replaced by the environment's OSTROVA_SITE_HOST and OSTROVA_MAKER_HOST.
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace ostrova::app {
+
+/// The longest site and maker hosts with which every address that the program forms stays whole.
+inline constexpr std::size_t LongestSiteHost = 36;
+inline constexpr std::size_t LongestMakerHost = 53;
+
+/// `text` as the scheme and host that addresses begin with, without the "/" that may end it;
+/// nothing unless it is "http://" or "https://" with a host name or address and perhaps a port, of
+/// at most `longest` characters: no user, no path, no blanks.
+///
+///     CheckHost("http://127.0.0.1:8080/", LongestSiteHost)  // "http://127.0.0.1:8080"
+///     CheckHost("http://me@host", LongestSiteHost)          // nothing
+[[nodiscard]] std::optional<std::string> CheckHost(std::string_view text, std::size_t longest);
+
+struct Hosts {
+    std::string site;
+    std::string maker;
+};
+
+/// What `ReadHosts` found.
+struct HostsResult {
+    std::optional<Hosts> hosts;
+    std::string complaint;  // without hosts: one line that names the variable at fault
+};
+
+/// The hosts of this run. A variable that is empty counts as absent.
+[[nodiscard]] HostsResult ReadHosts();
+
+}  // namespace ostrova::app

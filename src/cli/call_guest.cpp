@@ -1,0 +1,126 @@
+#include "cli/call.h"
+#include "cli/weekend_choice.h"
+#include "playlists/guest.h"
+#include "playlists/page_parser.h"
+#include "util/code_page.h"
+#include "util/files.h"
+#include "util/format.h"
+#include "util/line_reader.h"
+#include "util/text.h"
+
+namespace ostrova::cli {
+namespace {
+
+constexpr CallHelp GuestHelp = {
+    .name = "guest",
+    .summary = "print a weekend's guest programmer",
+    .synopsis = "[WEEKEND] [--year-page FILE --address URL | --current-page FILE --address URL]",
+    .description =
+        "Prints who presents the weekend's Saturday night show as its guest (and the\n"
+        "Friday show, where the site gives both dates together), and a link to more about\n"
+        "them: from the site and the cache, or from the one page file given.",
+    .output = "{\"text\",\"link\",\"bothNights\"}: text and link are null when there is none",
+    .exitStatus =
+        "0  the weekend has a guest\n"
+        "1  none was found\n"
+        "2  trouble: no such date, a page that can't be read or had",
+    .examples =
+        "ostrova-cli guest 2006-03-04\n"
+        "ostrova-cli guest 2006-03-04 --year-page 2006.htm \\\n"
+        "    --address http://www.vantra.example/vantra/guest/2006/default.htm"};
+
+class GuestCall final : public Call {
+public:
+    [[nodiscard]] const CallHelp& Help() const override { return GuestHelp; }
+
+    void AddOptions(CLI::App& app, CommonOptions& /*common*/) override {
+        AddWeekend(app, weekend_);
+        auto* const year = AddTextOption(app, "--year-page", "FILE", yearPage_,
+                                         "Read this page of a year's guests.");
+        auto* const current = AddTextOption(app, "--current-page", "FILE", currentPage_,
+                                            "Read this page of the current guest.");
+        auto* const address = AddTextOption(app, "--address", "URL", address_,
+                                            "The address of that page: links are relative to it.");
+        year->excludes(current)->needs(address);
+        current->needs(address);
+    }
+
+    [[nodiscard]] bool Run(Session& session) override {
+        if (address_ && !yearPage_ && !currentPage_) {
+            session.Complain("--address goes with --year-page or --current-page.");
+            return false;
+        }
+        const auto guest = yearPage_ || currentPage_ ? FromFile(session) : FromSite(session);
+        if (!guest) return false;
+        Print(session, *guest);
+        return !util::IsBlank(guest->text);
+    }
+
+private:
+    [[nodiscard]] std::optional<playlists::GuestInfo> FromFile(Session& session) const {
+        const auto weekend = ChooseWeekend(session, weekend_);
+        if (!weekend) return std::nullopt;
+        const std::string& path = yearPage_ ? *yearPage_ : *currentPage_;
+        util::FileContent page = util::ReadFile(path, playlists::PageLimit);
+        if (!page.Ok()) {
+            session.Complain(util::Format("Couldn't read '%s': %s", path, page.detail));
+            return std::nullopt;
+        }
+        util::ToTextMode(page.bytes);
+        const auto saturday = weekend->saturdayNight;
+        return yearPage_ ? playlists::ReadGuestYearPage(page.bytes, *address_, saturday)
+                         : playlists::ReadCurrentGuestPage(page.bytes, *address_, saturday);
+    }
+
+    [[nodiscard]] std::optional<playlists::GuestInfo> FromSite(Session& session) const {
+        playlists::WeekendState state;
+        if (!weekend_) {  // which weekend that is shows only when its pages are there
+            if (!LoadWeekend(session, weekend_, state)) return std::nullopt;
+            return state.guest.shown;
+        }
+        const auto weekend = ChooseWeekend(session, weekend_);
+        if (!weekend) return std::nullopt;
+        const auto source = session.Source();
+        if (!source) return std::nullopt;
+        const bool isLatest = IsCurrentWeekend(session, *weekend);
+        const playlists::WeekendAnchor anchor = weekend->anchor;
+        if (!playlists::LoadGuestInfo(*source, state.guest, anchor, isLatest, true)) {
+            playlists::LoadGuestInfo(*source, state.guest, anchor, isLatest, false);
+        }
+        return state.guest.shown;
+    }
+
+    static void Print(Session& session, const playlists::GuestInfo& guest) {
+        // A label shows "&&" as one "&"; so do people read it.
+        const std::string text = util::ToUtf8(util::ReplaceAll(guest.text.value_or(""), "&&", "&"));
+        const std::string link = util::ToUtf8(guest.link.value_or(""));
+        if (!session.Out().IsText()) {
+            Record record = {
+                {"text", nullptr}, {"link", nullptr}, {"bothNights", guest.bothNights}};
+            if (!util::IsBlank(guest.text)) record[0].value = text;
+            if (!util::IsBlank(guest.link)) record[1].value = link;
+            session.Out().Put(record);
+            return;
+        }
+        if (util::IsBlank(guest.text)) {
+            session.Out().Line("No guest programmer was found.");
+            return;
+        }
+        session.Out().Line(util::TrimRight(text));
+        if (guest.bothNights) session.Out().Line("Friday and Saturday night");
+        if (!link.empty()) session.Out().Line(link);
+    }
+
+    std::optional<std::string> weekend_;
+    std::optional<std::string> yearPage_;
+    std::optional<std::string> currentPage_;
+    std::optional<std::string> address_;
+};
+
+}  // namespace
+
+std::unique_ptr<Call> MakeGuestCall() {
+    return std::make_unique<GuestCall>();
+}
+
+}  // namespace ostrova::cli

@@ -1,0 +1,118 @@
+#include <nlohmann/json.hpp>
+
+#include "cli/call.h"
+#include "cli/dates.h"
+#include "cli/song_output.h"
+#include "playlists/calendar.h"
+#include "playlists/page_address.h"
+#include "playlists/page_cache.h"
+#include "util/code_page.h"
+#include "util/format.h"
+#include "util/local_time.h"
+
+namespace ostrova::cli {
+namespace {
+
+constexpr CallHelp WeekendHelp = {
+    .name = "weekend",
+    .summary = "print the weekend that is current at a moment",
+    .synopsis = "[--at \"YYYY-MM-DD HH:MM:SS\"]",
+    .description =
+        "Prints the weekend that is current now, or at the moment given (local time):\n"
+        "from Friday 13:00 on the coming one, which is over from Sunday 12:00. For each\n"
+        "of its three shows: the time it is filed at, the name of its page in the cache,\n"
+        "and the address from which that page is to be had. For years from 2007 on the\n"
+        "address stands in the year's index, which is fetched when it is not cached.",
+    .output =
+        "{\"anchor\",\"saturdayMorning\",\"saturdayNight\",\"weekendOver\",\n"
+        " \"shows\":[{\"slot\",\"time\",\"cacheName\",\"address\"}]}: times in seconds since\n"
+        "1970, slots \"friday\", \"saturdayMorning\", \"saturdayNight\"",
+    .exitStatus =
+        "0  always, but for\n"
+        "2  trouble: a moment that no calendar has",
+    .examples =
+        "ostrova-cli weekend\n"
+        "ostrova-cli weekend --at '2006-03-03 13:00:00' --offline --json"};
+
+std::string MomentText(playlists::EpochSeconds moment) {
+    return util::FormatTime("%A, %#d %B %Y, %H:%M", util::LocalTime(moment));
+}
+
+class WeekendCall final : public Call {
+public:
+    [[nodiscard]] const CallHelp& Help() const override { return WeekendHelp; }
+
+    void AddOptions(CLI::App& app, CommonOptions& /*common*/) override {
+        AddTextOption(app, "--at", "MOMENT", at_, "The moment, as \"2006-03-03 13:00:00\".");
+    }
+
+    [[nodiscard]] bool Run(Session& session) override {
+        const auto moment = at_ ? ParseMoment(*at_) : session.Outside().clock->Now();
+        if (!moment) {
+            session.Complain(util::Format("'%s' is no moment. Write it as \"2006-03-03 13:00:00\".",
+                                          at_->substr(0, 100)));
+            return false;
+        }
+        const auto source = session.Source();
+        if (!source) return false;
+        const auto current = playlists::CurrentWeekend(*moment);
+        if (session.Out().IsText()) {
+            PrintText(session, *source, current);
+        } else {
+            PrintJson(session, *source, current);
+        }
+        return true;
+    }
+
+private:
+    static std::string AddressOf(const playlists::PageSource& source,
+                                 playlists::EpochSeconds showTime) {
+        return util::ToUtf8(playlists::ComputePageAddress(source, playlists::WantCachePath::No,
+                                                          showTime, /*allowAutodial=*/true)
+                                .address);
+    }
+
+    static void PrintJson(Session& session, const playlists::PageSource& source,
+                          const playlists::CurrentWeekendResult& current) {
+        const playlists::Weekend& weekend = current.weekend;
+        nlohmann::ordered_json object = {{"anchor", weekend.anchor},
+                                         {"saturdayMorning", weekend.saturdayMorning},
+                                         {"saturdayNight", weekend.saturdayNight},
+                                         {"weekendOver", current.weekendOver}};
+        object["shows"] = nlohmann::ordered_json::array();
+        for (const playlists::ShowSlot slot : playlists::AllShows) {
+            const playlists::EpochSeconds time = weekend.ShowTime(slot);
+            nlohmann::ordered_json show;
+            show["slot"] = SlotName(slot);
+            show["time"] = time;
+            show["cacheName"] = playlists::ShowCacheName(time);
+            show["address"] = AddressOf(source, time);
+            object["shows"].push_back(std::move(show));
+        }
+        session.Out().JsonText(
+            object.dump(-1, ' ', true, nlohmann::ordered_json::error_handler_t::replace));
+    }
+
+    static void PrintText(Session& session, const playlists::PageSource& source,
+                          const playlists::CurrentWeekendResult& current) {
+        Output& out = session.Out();
+        out.Line(current.weekendOver ? "The weekend is over." : "The weekend is current.");
+        for (const playlists::ShowSlot slot : playlists::AllShows) {
+            const playlists::EpochSeconds time = current.weekend.ShowTime(slot);
+            out.BoldLine(playlists::DisplayName(slot));
+            out.Line("  filed at  " + MomentText(time));
+            out.Line("  cached as " + playlists::ShowCacheName(time));
+            out.Line("  address   " + AddressOf(source, time));
+        }
+    }
+
+    std::optional<std::string> at_;
+};
+
+}  // namespace
+
+std::unique_ptr<Call> MakeWeekendCall() {
+    return std::make_unique<WeekendCall>();
+}
+
+}  // namespace ostrova::cli

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "cli/session.h"
+#include "playlists/download_run.h"
+
+namespace ostrova::cli {
+
+/// The argument WEEKEND, bound to `text`.
+void AddWeekend(CLI::App& app, std::optional<std::string>& text);
+
+/// The weekend that `text` names by any date in it, the one that is current now when there is no
+/// text; nothing after a complaint.
+[[nodiscard]] std::optional<playlists::Weekend> ChooseWeekend(
+    Session& session, const std::optional<std::string>& text);
+
+/// True when `weekend` is the one that is current now: what is told of it may still change, and is
+/// fetched afresh.
+[[nodiscard]] bool IsCurrentWeekend(Session& session, const playlists::Weekend& weekend);
+
+/// Brings a weekend's playlists and guest into `state`: the one named, or the current one with the
+/// start-up's fall-back of one week. False after a complaint, when none of its pages could be had.
+[[nodiscard]] bool LoadWeekend(Session& session, const std::optional<std::string>& text,
+                               playlists::WeekendState& state);
+
+}  // namespace ostrova::cli

@@ -1,0 +1,224 @@
+#include "matching/search_list_store.h"
+
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "platform/whole_file.h"
+#include "util/compare.h"
+#include "util/local_time.h"
+#include "util/path.h"
+#include "util/text.h"
+
+namespace ostrova::matching {
+namespace {
+
+// Far above any list; what is larger is something else.
+constexpr std::size_t LargestList = std::size_t{64} << 20;
+
+constexpr std::string_view QuestionTitle = "Error when saving song/artist list";
+constexpr std::string_view CouldNotSaveText =
+    "Couldn't save your list of favourite songs/artists to\n%s\n\n"
+    "Would you like to browse to another folder?";
+constexpr std::string_view CouldNotSaveEitherText =
+    "Couldn't save your list of favourite songs/artists to\n%s\nor\n%s\n\n"
+    "Would you like to browse to another folder?";
+
+/// A list as it was found.
+struct FoundList {
+    LoadedList loaded;
+    std::optional<std::vector<SearchEntry>> entries;  // nothing when no file could be opened
+};
+
+FoundList ReadList(const SearchListPlaces& places, feedback::Messages& messages) {
+    std::string path = util::JoinPath(*places.folder, SearchListFileName);
+    if (!util::PathExists(path)) {
+        auto near =
+            util::FindNearProgram(places.programPath, SearchListFileName, util::WantKind::Any);
+        if (!near) return {};
+        path = *std::move(near);
+    }
+    FoundList found;
+    // Before reading: what is written between the two counts as a change.
+    found.loaded.stamp = util::StampOf(path);
+    util::FileContent content = util::ReadFile(path, LargestList);
+    if (content.status == util::ReadStatus::NotThere) return {};  // it went at this moment
+    found.loaded.path = std::move(path);
+    if (content.Ok()) {
+        found.entries = ReadSearchEntries(std::move(content.bytes));
+    } else {
+        found.loaded.unreadable = true;
+        messages.ShowError("Couldn't load your search list from\n%s", found.loaded.path);
+    }
+    return found;
+}
+
+/// Writes one list to the places where it may go, never over what would be lost by it.
+class ListWriter {
+public:
+    ListWriter(std::string bytes, const std::optional<LoadedList>& loaded)
+        : bytes_(std::move(bytes)), loaded_(loaded) {}
+
+    /// True when the whole list is safely at `path`.
+    [[nodiscard]] bool Write(const std::string& path) const {
+        if (path.find('\0') != std::string::npos || IsUnreadableList(path)) return false;
+        std::string kept;
+        if (HoldsAnotherVersion(path)) {
+            kept = KeepVersion(path);
+            if (kept.empty()) return false;
+        }
+        if (platform::WriteWholeFile(path, bytes_).ok) return true;
+        if (!kept.empty()) {
+            std::error_code ignored;  // one version too many does no harm
+            std::filesystem::remove(kept, ignored);
+        }
+        return false;
+    }
+
+private:
+    /// Whether `path` is the file that could not be read, under this or another name.
+    [[nodiscard]] bool IsUnreadableList(const std::string& path) const {
+        if (!loaded_ || !loaded_->unreadable) return false;
+        std::error_code isElsewhere;
+        return std::filesystem::equivalent(path, loaded_->path, isElsewhere);
+    }
+
+    /// Whether a list lies at `path` that is not the one that was read.
+    [[nodiscard]] bool HoldsAnotherVersion(const std::string& path) const {
+        if (!loaded_) return false;
+        const auto stamp = util::StampOf(path);
+        return stamp && stamp != loaded_->stamp;
+    }
+
+    /// Copies the file at `path` to a name of its own beside it; the copy's path, or the empty text
+    /// when that could not be done.
+    [[nodiscard]] static std::string KeepVersion(const std::string& path) {
+        const auto stamp = util::StampOf(path);
+        const util::FileContent content = util::ReadFile(path, LargestList);
+        if (!stamp || !content.Ok()) return {};
+        const std::string changed = util::FormatTime(
+            "%Y-%m-%d %H.%M.%S", util::LocalTime(stamp->modifiedNanoseconds / 1'000'000'000));
+        const std::string folder(util::FolderPart(path));
+        std::string copy = util::Format("%sSearchList (changed %s).txt", folder, changed);
+        for (int number = 2; util::PathExists(copy); ++number) {
+            copy = util::Format("%sSearchList (changed %s) (%d).txt", folder, changed, number);
+        }
+        return platform::WriteWholeFile(copy, content.bytes).ok ? copy : std::string();
+    }
+
+    std::string bytes_;
+    const std::optional<LoadedList>& loaded_;
+};
+
+std::string BytesOfRows(const SearchListRows& rows) {
+    std::vector<SearchEntry> entries;
+    entries.reserve(rows.RowCount());
+    for (std::size_t row = 0; row < rows.RowCount(); ++row) {
+        entries.push_back({rows.CellText(row, 0), rows.CellText(row, 1)});
+    }
+    return WriteSearchEntries(entries);
+}
+
+/// Lets the user pick folders, from that of `path` on, until one takes the list.
+bool SaveWhereTheUserSays(const ListWriter& writer, std::string path, std::string& folder,
+                          feedback::Messages& messages) {
+    for (;;) {
+        const auto chosen = messages.BrowseForFolder("Save list of favourite songs/artists",
+                                                     std::string(util::FolderPart(path)));
+        if (!chosen) return false;
+        path = util::JoinPath(*chosen, SearchListFileName);
+        if (writer.Write(path)) {
+            folder = util::FolderPart(path);
+            return true;
+        }
+        messages.ShowError(
+            "Still couldn't save your song/artist list to that folder.\n"
+            "Please try another folder.");
+    }
+}
+
+}  // namespace
+
+std::vector<SearchItem> LoadSearchList(const SearchListPlaces& places,
+                                       feedback::Messages& messages) {
+    std::vector<SearchItem> items;
+    FoundList found = ReadList(places, messages);
+    if (!found.entries) return items;
+    items.reserve(found.entries->size());
+    for (SearchEntry& entry : *found.entries) items.push_back(MakeSearchItem(std::move(entry)));
+    return items;
+}
+
+LoadedList FillSearchListPage(const SearchListPlaces& places, SearchListRows& rows,
+                              feedback::Messages& messages) {
+    FoundList found = ReadList(places, messages);
+    if (found.entries) {
+        rows.DeleteAll();
+        for (const SearchEntry& entry : *found.entries) rows.InsertAtTop(entry);
+        rows.SortAgain();
+    }
+    return std::move(found.loaded);
+}
+
+bool SaveSearchList(const SearchListPlaces& places, const SearchListRows& rows,
+                    const std::optional<LoadedList>& loaded, feedback::Messages& messages) {
+    const ListWriter writer(BytesOfRows(rows), loaded);
+    const std::string usual = util::JoinPath(*places.folder, SearchListFileName);
+    if (writer.Write(usual)) return true;
+
+    std::string besideProgram =
+        std::string(util::FolderPart(places.programPath)).append(SearchListFileName);
+    util::NormalisePath(besideProgram);
+    feedback::Question question = {feedback::QB_ICON_ERROR,
+                                   std::string(QuestionTitle),
+                                   util::Format(CouldNotSaveText, usual),
+                                   {"+Browse", "-Discard my changes"}};
+    if (util::CompareNoCase(usual, besideProgram) != 0) {
+        if (writer.Write(besideProgram)) {
+            messages.ShowWarning("Couldn't save your search list to\n%s\nSaving here instead:\n%s",
+                                 usual, besideProgram);
+            // The file's whole path, on purpose: as it names no folder, the next start takes the
+            // default one and finds the list beside the program.
+            *places.folder = usual;
+            return true;
+        }
+        question.text = util::Format(CouldNotSaveEitherText, usual, besideProgram);
+    }
+    if (messages.QuestionBox(question) != 0) return false;
+    return SaveWhereTheUserSays(writer, usual, *places.folder, messages);
+}
+
+bool AddSearchEntry(SearchListRows& rows, const SearchEntry& entry, feedback::Messages& messages) {
+    const std::string_view song = entry.song;
+    const std::string_view artist = entry.artist;
+    if (util::IsBlank(song) && util::IsBlank(artist)) {
+        messages.ShowError(
+            "First you must enter either a song name, an artist name,\n"
+            "or both.  Then that song/artist will be added to your\n"
+            "search list.");
+        return false;
+    }
+    const MatchKeys keys = MakeMatchKeys(song, artist);
+    for (std::size_t row = 0; row < rows.RowCount(); ++row) {
+        const SearchEntry other = {rows.CellText(row, 0), rows.CellText(row, 1)};
+        if (util::CompareNoCase(other.song, song) == 0 &&
+            util::CompareNoCase(other.artist, artist) == 0) {
+            messages.ShowError("This item is already in the list");
+            return false;
+        }
+        if (MakeMatchKeys(other.song, other.artist) == keys) {
+            messages.ShowError(
+                "You don't need to add that item to the search list.\n"
+                "The following item will already find the same results:\n\n"
+                "Song: \"%s\"\nArtist: \"%s\"",
+                other.song, other.artist);
+            return false;
+        }
+    }
+    rows.InsertAtTop(entry);
+    rows.Select(0);
+    rows.SortAgain();
+    return true;
+}
+
+}  // namespace ostrova::matching

@@ -1,0 +1,291 @@
+#include "playlists/archive_fetch.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <optional>
+#include <utility>
+
+#include "feedback/duration.h"
+#include "platform/whole_file.h"
+#include "playlists/page_cache.h"
+#include "playlists/page_parser.h"
+#include "util/files.h"
+#include "util/format.h"
+#include "util/text.h"
+
+namespace ostrova::playlists {
+namespace {
+
+constexpr int MostFailuresInARow = 5;
+constexpr int MostAttempts = 3;          // at one page that the server asks to come back for
+constexpr int LongestPauseSeconds = 60;  // that is waited for; a longer one ends the run
+constexpr std::size_t OpenTasks = 64;    // enough to keep the connections busy during a commit
+
+// A batch is committed when either is reached: a kill costs no more than that.
+constexpr std::size_t BatchPages = 128;
+constexpr std::int64_t BatchMilliseconds = 1000;
+
+constexpr std::chrono::milliseconds Patience(100);  // between two reports of progress
+
+bool IsWebAddress(std::string_view address) {
+    return util::HasMarkerAt(address, 0, "http://") || util::HasMarkerAt(address, 0, "https://");
+}
+
+std::string Reason(const TransferResult& result) {
+    switch (result.status) {
+        case TransferStatus::NoConnection:
+            return "the server could not be reached";
+        case TransferStatus::BadStatus:
+            return util::Format("the server answered %d", result.httpStatus);
+        case TransferStatus::TooLarge:
+            return "the page is too large";
+        default:
+            return "the page did not arrive whole";
+    }
+}
+
+/// One run of `FetchArchive`.
+class Run {
+public:
+    Run(const PageSource& source, const HttpClientFactory& makeClient, int jobs,
+        const std::vector<ArchivePage>& pages, ArchiveFetchListener& listener)
+        : source_(source),
+          pages_(pages),
+          listener_(listener),
+          outcomes_(pages.size()),
+          workers_(makeClient, std::clamp(jobs, 1, MostFetchJobs)) {
+        source_.offline = true;  // the indexes are fetched here, once, and then read from the cache
+        progress_.pages = pages.size();
+    }
+
+    ArchiveFetchResult Perform() {
+        platform::SweepLeftovers(util::JoinPath(*source_.dataFolder, "Cache"));
+        Feed();
+        while (!end_ && (workers_.Open() > 0 || next_ < pages_.size())) {
+            if (auto answer = workers_.Next(Patience)) {
+                Handle(*std::move(answer));
+                if (!end_) workers_.GoOn();
+            }
+            if (BatchIsDue()) Commit();
+            Feed();
+            ReportProgress();
+        }
+        Commit();
+        ReportSettled(/*toTheEnd=*/true);
+        ArchiveFetchResult result{.end = end_.value_or(ArchiveEnd::Complete),
+                                  .detail = std::move(detail_)};
+        result.notAsked =
+            static_cast<std::size_t>(std::count(outcomes_.begin(), outcomes_.end(), std::nullopt));
+        return result;
+    }
+
+private:
+    // The year index's tasks have ids above all pages: that of the page it is wanted for, and this.
+    [[nodiscard]] std::size_t IndexTask(std::size_t page) const { return pages_.size() + page; }
+
+    [[nodiscard]] std::string PathOf(std::size_t page) const {
+        return CachePath(*source_.dataFolder, pages_[page].cacheName);
+    }
+
+    /// Settles what is cached and gives the workers tasks, as long as they can use more.
+    void Feed() {
+        while (!end_ && !awaitingIndex_ && next_ < pages_.size() && workers_.Open() < OpenTasks) {
+            if (util::PathExists(PathOf(next_))) {
+                Settle(next_++, {ArchiveStatus::Cached, {}});
+                continue;
+            }
+            const EpochSeconds showTime = ShowTimeOf(pages_[next_]);
+            const int year = pages_[next_].date / 10000;
+            if (year >= FirstIndexedYear && year != indexYear_) {
+                indexYear_ = year;
+                awaitingIndex_ = true;
+                workers_.Add({IndexTask(next_), YearIndexAddress(source_.siteHost, showTime)});
+                return;
+            }
+            Ask(next_++, ComputePageAddress(source_, WantCachePath::No, showTime, true).address);
+        }
+    }
+
+    void Ask(std::size_t page, std::string address) {
+        if (IsWebAddress(address)) {
+            workers_.Add({page, std::move(address)});
+        } else {
+            Settle(page, {ArchiveStatus::Failed, "the year index gives no web address for it"});
+        }
+    }
+
+    void Handle(FetchAnswer answer) {
+        progress_.bytes += answer.body.size();
+        if (answer.result.status == TransferStatus::Cancelled) {
+            End(ArchiveEnd::Cancelled, {});
+        } else if (answer.result.retryAfterSeconds > 0 && !answer.result.Ok()) {
+            ComeBack(std::move(answer));
+        } else if (answer.task.id >= pages_.size()) {
+            TakeIndex(answer);
+        } else {
+            TakePage(answer);
+        }
+    }
+
+    /// The server asked for a pause: waits, then asks for the same again.
+    void ComeBack(FetchAnswer answer) {
+        const int seconds = answer.result.retryAfterSeconds;
+        if (seconds > LongestPauseSeconds || answer.task.attempt == MostAttempts) {
+            const auto pause = feedback::FromMilliseconds(std::int64_t{1000} * seconds);
+            End(ArchiveEnd::GivenUp,
+                "the server asks to be left alone for " + feedback::FormatDuration(pause));
+            return;
+        }
+        const std::int64_t due = source_.clock->SteadyMilliseconds() + std::int64_t{1000} * seconds;
+        while (!end_ && source_.clock->SteadyMilliseconds() < due) {
+            source_.clock->Sleep(Patience);
+            ReportProgress();
+        }
+        ++answer.task.attempt;
+        if (!end_) workers_.AddFirst(std::move(answer.task));
+    }
+
+    /// As when a window fetches the index: one that could not be had leaves none.
+    void TakeIndex(const FetchAnswer& answer) {
+        awaitingIndex_ = false;
+        const EpochSeconds showTime = ShowTimeOf(pages_[answer.task.id - pages_.size()]);
+        const std::string path = CachePath(*source_.dataFolder, YearIndexCacheName(showTime));
+        if (!answer.result.Ok()) {
+            std::remove(path.c_str());
+            CountFailure(answer.Missing(), Reason(answer.result));
+            return;
+        }
+        failuresInARow_ = 0;
+        const platform::WriteResult written = platform::WriteWholeFile(path, answer.body);
+        if (!written.ok) End(ArchiveEnd::CannotWrite, written.detail);
+    }
+
+    void TakePage(const FetchAnswer& answer) {
+        ++progress_.asked;
+        const std::size_t page = answer.task.id;
+        if (answer.Missing()) {
+            Settle(page, {ArchiveStatus::Missing, {}});
+            CountFailure(/*harmless=*/true, {});
+        } else if (!answer.result.Ok()) {
+            Settle(page, {ArchiveStatus::Failed, Reason(answer.result)});
+            CountFailure(/*harmless=*/false, Reason(answer.result));
+        } else if (!HoldsSongs(page, answer.body)) {
+            Settle(page, {ArchiveStatus::Failed, "the page holds no song"});
+            CountFailure(/*harmless=*/false, "its pages hold no songs");
+        } else {
+            failuresInARow_ = 0;
+            Keep(page, answer.body);
+        }
+    }
+
+    [[nodiscard]] bool HoldsSongs(std::size_t page, const std::string& body) {
+        text_.assign(body);  // the parser changes what it reads; the page is kept as it came
+        ParsePlaylistBytes(songs_, text_, pages_[page].date);
+        return !songs_.empty();
+    }
+
+    void Keep(std::size_t page, const std::string& body) {
+        if (batch_.Size() == 0) batchStart_ = source_.clock->SteadyMilliseconds();
+        const std::string path = PathOf(page);
+        platform::WriteResult added = batch_.Add(path, body);
+        if (!added.ok && batch_.Size() > 0) {  // perhaps the batch itself holds too many files open
+            Commit();
+            added = batch_.Add(path, body);
+        }
+        if (added.ok) {
+            staged_.push_back(page);
+        } else {
+            Settle(page, {ArchiveStatus::Failed, added.detail});
+            End(ArchiveEnd::CannotWrite, added.detail);
+        }
+    }
+
+    [[nodiscard]] bool BatchIsDue() const {
+        return batch_.Size() >= BatchPages ||
+               (batch_.Size() > 0 &&
+                source_.clock->SteadyMilliseconds() - batchStart_ >= BatchMilliseconds);
+    }
+
+    void Commit() {
+        if (batch_.Size() == 0) return;
+        const platform::WriteResult written = batch_.Commit();
+        for (const std::size_t page : staged_) {
+            const bool there = written.ok || util::PathExists(PathOf(page));
+            Settle(page, there ? ArchiveOutcome{ArchiveStatus::Fetched, {}}
+                               : ArchiveOutcome{ArchiveStatus::Failed, written.detail});
+        }
+        staged_.clear();
+        if (!written.ok) End(ArchiveEnd::CannotWrite, written.detail);
+    }
+
+    void Settle(std::size_t page, ArchiveOutcome outcome) {
+        outcomes_[page] = std::move(outcome);
+        ++progress_.settled;
+        ReportSettled();
+    }
+
+    /// Pages are reported in their order, so as far as all before them are settled too; the end of
+    /// a run that stopped early passes over those that were not settled.
+    void ReportSettled(bool toTheEnd = false) {
+        while (reported_ < pages_.size() && (outcomes_[reported_] || toTheEnd)) {
+            if (const auto& outcome = outcomes_[reported_]) {
+                listener_.OnPage(pages_[reported_], *outcome);
+            }
+            ++reported_;
+        }
+    }
+
+    void CountFailure(bool harmless, const std::string& reason) {
+        failuresInARow_ = harmless ? 0 : failuresInARow_ + 1;
+        if (failuresInARow_ == MostFailuresInARow) {
+            End(ArchiveEnd::GivenUp,
+                util::Format("%d failures in a row, at last: %s", failuresInARow_, reason));
+        }
+    }
+
+    void End(ArchiveEnd end, std::string detail) {
+        if (end_) return;
+        end_ = end;
+        detail_ = std::move(detail);
+    }
+
+    void ReportProgress() {
+        const std::int64_t now = source_.clock->SteadyMilliseconds();
+        if (now - reportedAt_ < Patience.count()) return;
+        reportedAt_ = now;
+        if (!listener_.OnProgress(progress_)) End(ArchiveEnd::Cancelled, {});
+    }
+
+    PageSource source_;
+    const std::vector<ArchivePage>& pages_;
+    ArchiveFetchListener& listener_;
+    std::vector<std::optional<ArchiveOutcome>> outcomes_;
+    std::size_t next_ = 0;      // the first page that is neither settled nor asked for
+    std::size_t reported_ = 0;  // the first page that was not reported yet
+    ArchiveProgress progress_;
+    std::int64_t reportedAt_ = 0;
+
+    int indexYear_ = 0;  // whose index was fetched, or tried, last
+    bool awaitingIndex_ = false;
+    int failuresInARow_ = 0;
+    std::optional<ArchiveEnd> end_;
+    std::string detail_;
+
+    std::string text_;
+    Playlist songs_;
+    platform::WriteBatch batch_;
+    std::vector<std::size_t> staged_;  // the pages of the batch
+    std::int64_t batchStart_ = 0;
+
+    FetchWorkers workers_;
+};
+
+}  // namespace
+
+ArchiveFetchResult FetchArchive(const PageSource& source, const HttpClientFactory& makeClient,
+                                int jobs, const std::vector<ArchivePage>& pages,
+                                ArchiveFetchListener& listener) {
+    return Run(source, makeClient, jobs, pages, listener).Perform();
+}
+
+}  // namespace ostrova::playlists

@@ -1,0 +1,119 @@
+#include "playlists/archive_pages.h"
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <system_error>
+#include <tuple>
+
+#include "playlists/page_cache.h"
+#include "util/ascii.h"
+#include "util/path.h"
+
+namespace ostrova::playlists {
+namespace {
+
+using std::chrono::days;
+using std::chrono::sys_days;
+using std::chrono::weekday;
+using std::chrono::year_month_day;
+
+constexpr std::size_t DateLength = 8;
+constexpr std::string_view NightEnding = ".htm";
+constexpr std::string_view MorningEnding = "am.htm";
+
+DateNumber NumberOf(const year_month_day& date) {
+    return static_cast<int>(date.year()) * 10000 +
+           static_cast<int>(static_cast<unsigned>(date.month())) * 100 +
+           static_cast<int>(static_cast<unsigned>(date.day()));
+}
+
+year_month_day DateOf(DateNumber number) {
+    return std::chrono::year(number / 10000) /
+           std::chrono::month(static_cast<unsigned>(number / 100 % 100)) /
+           std::chrono::day(static_cast<unsigned>(number % 100));
+}
+
+sys_days DayOf(EpochSeconds moment) {
+    const std::tm local = util::LocalTime(moment);
+    return std::chrono::year(local.tm_year + TmYearBase) /
+           std::chrono::month(static_cast<unsigned>(local.tm_mon + 1)) /
+           std::chrono::day(static_cast<unsigned>(local.tm_mday));
+}
+
+ArchivePage MakePage(sys_days day, ShowSlot slot) {
+    ArchivePage page{.date = NumberOf(day), .slot = slot, .cacheName = {}};
+    page.cacheName = std::to_string(page.date);
+    page.cacheName += slot == ShowSlot::ShowSaturdayMorning ? MorningEnding : NightEnding;
+    return page;
+}
+
+std::optional<ShowSlot> SlotOf(weekday day, std::string_view ending) {
+    if (day == std::chrono::Friday && ending == NightEnding) return ShowSlot::ShowFriday;
+    if (day != std::chrono::Saturday) return std::nullopt;
+    if (ending == MorningEnding) return ShowSlot::ShowSaturdayMorning;
+    if (ending == NightEnding) return ShowSlot::ShowSaturdayNight;
+    return std::nullopt;
+}
+
+}  // namespace
+
+bool operator<(const ArchivePage& a, const ArchivePage& b) {
+    return std::tie(a.date, a.slot) < std::tie(b.date, b.slot);
+}
+
+std::optional<ArchivePage> ArchivePageOf(std::string_view cacheName) {
+    if (cacheName.size() < DateLength) return std::nullopt;
+    DateNumber number = 0;
+    for (const char c : cacheName.substr(0, DateLength)) {
+        if (!util::IsAsciiDigit(c)) return std::nullopt;
+        number = number * 10 + (c - '0');
+    }
+    const year_month_day date = DateOf(number);
+    if (!date.ok() || number < DateRange{}.first) return std::nullopt;
+    const auto slot = SlotOf(weekday(sys_days(date)), cacheName.substr(DateLength));
+    if (!slot) return std::nullopt;
+    return ArchivePage{.date = number, .slot = *slot, .cacheName = std::string(cacheName)};
+}
+
+EpochSeconds ShowTimeOf(const ArchivePage& page) {
+    const year_month_day date = DateOf(page.date);
+    const Weekend weekend = WeekendOfDate(static_cast<int>(date.year()),
+                                          static_cast<int>(static_cast<unsigned>(date.month())),
+                                          static_cast<int>(static_cast<unsigned>(date.day())));
+    return weekend.ShowTime(page.slot);
+}
+
+std::vector<ArchivePage> CalendarPages(const DateRange& range, EpochSeconds now) {
+    std::vector<ArchivePage> pages;
+    const sys_days newest = DayOf(CurrentWeekend(now).weekend.anchor);
+    // Counted in dates, not in seconds: a zone that moved for good would shift seconds off Friday.
+    sys_days friday =
+        std::chrono::year(FirstArchiveYear) / std::chrono::January / std::chrono::Friday[1];
+    for (; friday <= newest; friday += days(7)) {
+        const sys_days saturday = friday + days(1);
+        if (range.Contains(NumberOf(friday))) {
+            pages.push_back(MakePage(friday, ShowSlot::ShowFriday));
+        }
+        if (range.Contains(NumberOf(saturday))) {
+            pages.push_back(MakePage(saturday, ShowSlot::ShowSaturdayMorning));
+            pages.push_back(MakePage(saturday, ShowSlot::ShowSaturdayNight));
+        }
+    }
+    return pages;
+}
+
+std::vector<ArchivePage> CachedPages(const std::string& dataFolder, const DateRange& range) {
+    std::vector<ArchivePage> pages;
+    std::error_code error;
+    std::filesystem::directory_iterator entry(util::JoinPath(dataFolder, "Cache"), error);
+    while (!error && entry != std::filesystem::directory_iterator()) {
+        const auto page = ArchivePageOf(util::FileNamePart(entry->path().native()));
+        if (page && range.Contains(page->date)) pages.push_back(*page);
+        entry.increment(error);
+    }
+    std::sort(pages.begin(), pages.end());
+    return pages;
+}
+
+}  // namespace ostrova::playlists

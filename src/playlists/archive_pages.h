@@ -1,0 +1,57 @@
+#pragma once
+
+// The archive as a whole: which pages there ought to be by the calendar, and which of them lie in
+// the cache.
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "playlists/calendar.h"
+
+namespace ostrova::playlists {
+
+/// A local date as a number that reads like one: 20060304. Dates compare as such numbers do.
+using DateNumber = int;
+
+/// The first year of the programme's playlists.
+inline constexpr int FirstArchiveYear = 1998;
+
+/// Dates from `first` to `last`, both included.
+struct DateRange {
+    DateNumber first = FirstArchiveYear * 10000 + 101;
+    DateNumber last = 99991231;
+
+    [[nodiscard]] bool Contains(DateNumber date) const { return first <= date && date <= last; }
+};
+
+/// One show's page.
+struct ArchivePage {
+    DateNumber date = 0;
+    ShowSlot slot = ShowSlot::ShowFriday;
+    std::string cacheName;
+
+    bool operator==(const ArchivePage&) const = default;
+};
+
+/// Chronological order: a morning's page before that of its night.
+[[nodiscard]] bool operator<(const ArchivePage& a, const ArchivePage& b);
+
+/// The page that a cache file's name stands for; nothing for a name that the calendar does not
+/// give, such as a Tuesday's, a year index's or a leftover's.
+[[nodiscard]] std::optional<ArchivePage> ArchivePageOf(std::string_view cacheName);
+
+/// The time at which the page's show is filed.
+[[nodiscard]] EpochSeconds ShowTimeOf(const ArchivePage& page);
+
+/// The pages of all shows in `range`, from 1998 to the weekend that is current at `now`, in
+/// chronological order.
+[[nodiscard]] std::vector<ArchivePage> CalendarPages(const DateRange& range, EpochSeconds now);
+
+/// The pages in `range` that lie in the cache of `dataFolder`, in chronological order. Whatever
+/// else lies there is passed over; a folder that can't be read holds none.
+[[nodiscard]] std::vector<ArchivePage> CachedPages(const std::string& dataFolder,
+                                                   const DateRange& range);
+
+}  // namespace ostrova::playlists

@@ -1,0 +1,31 @@
+#include "platform/whole_file.h"
+#include "playlists/transfer.h"
+#include "util/files.h"
+
+namespace ostrova::playlists {
+namespace {
+
+constexpr std::size_t LargestCopy = 8 * 1024 * 1024;
+
+}  // namespace
+
+bool FileCopy(feedback::Messages& messages, const std::string& destination,
+              const std::string& source, ReportErrors reportErrors) {
+    const util::FileContent content = util::ReadFile(source, LargestCopy);
+    if (!content.Ok()) {
+        if (reportErrors == ReportErrors::Yes) {
+            messages.ShowError("FileCopy() failed: Couldn't open file to copy from:\n%s", source);
+        }
+        return false;
+    }
+    if (!platform::WriteWholeFile(destination, content.bytes).ok) {
+        if (reportErrors == ReportErrors::Yes) {
+            // It is the source that is named here too, as it has always been.
+            messages.ShowError("FileCopy() failed: Couldn't open file to copy to:\n%s", source);
+        }
+        return false;
+    }
+    return true;
+}
+
+}  // namespace ostrova::playlists

@@ -1,0 +1,288 @@
+#include "app/background_loop.h"
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <map>
+
+#include "app/settings.h"
+#include "tests/support/environment.h"
+#include "tests/support/fake_clock.h"
+#include "tests/support/moments.h"
+
+namespace ostrova::app {
+namespace {
+
+using testing::At;
+using testing::DateOf;
+using testing::TimeOf;
+using testing::TimeZone;
+
+using Lines = std::vector<std::string>;
+
+struct EndOfTest {};
+
+/// A user, a site and a machine around the loop. Pages come out at Friday 13:00 unless said
+/// otherwise. Each run is written down: its time, its weekend, and "open" when it opened a window.
+class World {
+public:
+    explicit World(const std::string& now) : clock_(At(now)) {
+        clock_.onWait = [this](util::EpochSeconds due) { OnWait(due); };
+    }
+
+    /// Runs the loop as the program starts it, until it would wait beyond `end`.
+    Lines RunUntil(const std::string& end, bool nightPagesAreCached = false) {
+        end_ = At(end);
+        const auto current = playlists::CurrentWeekend(clock_.Now());
+        const FirstWake first = FirstDelay(clock_.Now(), current, nightPagesAreCached);
+        BackgroundLoop loop(clock_, Tasks());
+        try {
+            loop.Run(current.weekend.anchor, first);
+        } catch (const EndOfTest&) {
+        }
+        return events_;
+    }
+
+    /// In the first wait that begins, or goes on, at or after `from`: what somebody does.
+    void Then(const std::string& from, std::function<void(World&)> what) {
+        happenings_.emplace(At(from), std::move(what));
+    }
+    /// The machine sleeps; it wakes at `wake`, whatever was due.
+    void Suspend(const std::string& wake) { clock_.SetWallClock(At(wake)); }
+    void SetClock(const std::string& now) {
+        clock_.SetWallClock(At(now));
+        clock_.clockChanges = 1;
+    }
+    void ChangeZone(const char* zone) {
+        zone_ = std::make_unique<TimeZone>(zone);
+        clock_.clockChanges = 1;
+    }
+
+    std::function<bool(WeekendAnchor, util::EpochSeconds now)> isOut = [](WeekendAnchor anchor,
+                                                                          util::EpochSeconds now) {
+        return now >= At(DateOf(anchor) + " 13:00:00");
+    };
+    bool isOnline = true;
+    bool pagesWereCached = false;
+    bool windowIsOpen = false;
+    bool songsMatch = true;
+    std::int32_t whenToOpen = OpenAlways;
+    int waits = 0;
+
+private:
+    void OnWait(util::EpochSeconds due) {
+        if (++waits > 5000) throw EndOfTest{};  // a busy loop
+        const auto next = happenings_.begin();
+        if (next != happenings_.end() && next->first < std::max(due, clock_.Now() + 1)) {
+            if (clock_.Now() < next->first) clock_.SetWallClock(next->first);
+            const auto what = next->second;
+            happenings_.erase(next);
+            what(*this);
+        } else if (happenings_.empty() && due > end_) {
+            throw EndOfTest{};
+        }
+    }
+
+    BackgroundTasks Tasks() {
+        return {
+            .runWeekend =
+                [this](WeekendAnchor anchor) {
+                    events_.push_back(TimeOf(clock_.Now()) + " " + DateOf(anchor));
+                    const bool had = isOnline && isOut(anchor, clock_.Now());
+                    return playlists::RunResult{.had = had, .reachedNetwork = isOnline};
+                },
+            .fridayPageIsCached = [this](WeekendAnchor) { return pagesWereCached; },
+            .readWhenToOpen = [this] { return whenToOpen; },
+            .windowIsOpen = [this] { return windowIsOpen; },
+            .anySongMatches = [this] { return songsMatch; },
+            .relaunch = [this] { events_.back() += " open"; },
+            .log = [](const std::string&) {},
+            .beforeWait = [] {},
+        };
+    }
+
+    testing::FakeClock clock_;
+    util::EpochSeconds end_ = 0;
+    std::multimap<util::EpochSeconds, std::function<void(World&)>> happenings_;
+    std::unique_ptr<TimeZone> zone_;
+    Lines events_;
+};
+
+/// The dates of 52 Fridays, counted on the calendar.
+Lines FridaysOf2027() {
+    Lines dates;
+    for (std::tm day{.tm_mday = 8, .tm_year = 127}; dates.size() < 52; day.tm_mday += 7) {
+        ::timegm(&day);  // into the next month where the days run over
+        dates.push_back(util::FormatTime("%Y-%m-%d", day));
+    }
+    return dates;
+}
+
+TEST(BackgroundLoop, EveryFridayOfAYearAtOneOClockInEveryZone) {
+    for (const char* name :
+         {"UTC", "Europe/Berlin", "Australia/Sydney", "America/New_York", "Australia/Lord_Howe",
+          "Asia/Jerusalem", "Africa/Cairo", "America/Nuuk", "Pacific/Kiritimati"}) {
+        SCOPED_TRACE(name);
+        const TimeZone zone(name);
+        World world("2027-01-06 10:20:30");
+        Lines expected;
+        for (const std::string& friday : FridaysOf2027()) {
+            expected.push_back(friday + " 13:00:00 " + friday + " open");
+        }
+        EXPECT_EQ(world.RunUntil("2028-01-01 00:00:00"), expected);
+    }
+}
+
+TEST(BackgroundLoop, ADayThatDoesNotExistStopsNothing) {
+    const TimeZone zone("Pacific/Apia");
+    World world("2011-12-21 10:00:00");
+    world.isOut = [](WeekendAnchor, util::EpochSeconds) { return true; };
+    Lines weekends;
+    for (const std::string& event : world.RunUntil("2012-01-15 00:00:00")) {
+        weekends.push_back(event.substr(20, 10));
+    }
+    EXPECT_EQ(weekends, (Lines{"2011-12-23", "2011-12-29", "2012-01-06", "2012-01-13"}));
+}
+
+class BackgroundLoopTest : public ::testing::Test {
+    TimeZone zone_{"Europe/Berlin"};
+};
+
+TEST_F(BackgroundLoopTest, RetriesUntilTheWeekendComesAndKeepsTheMinute) {
+    World world("2026-11-27 09:00:00");
+    world.isOut = [](WeekendAnchor anchor, util::EpochSeconds now) {
+        return now >= At(DateOf(anchor) + " 13:20:00");
+    };
+    EXPECT_EQ(
+        world.RunUntil("2026-12-05 00:00:00"),
+        (Lines{"2026-11-27 13:00:00 2026-11-27", "2026-11-27 13:15:00 2026-11-27",
+               "2026-11-27 13:30:00 2026-11-27 open", "2026-12-04 13:30:00 2026-12-04 open"}));
+}
+
+TEST_F(BackgroundLoopTest, AStartAtTheWeekendLooksAtOnceForWhatIsMissing) {
+    EXPECT_EQ(
+        World("2026-11-28 09:00:00").RunUntil("2026-12-05 00:00:00"),
+        (Lines{"2026-11-28 09:00:00 2026-11-27 open", "2026-12-04 13:00:00 2026-12-04 open"}));
+    // The long wait of a Sunday morning with nothing missing is made up for.
+    EXPECT_EQ(World("2026-11-29 09:00:00").RunUntil("2026-12-12 00:00:00", true),
+              (Lines{"2026-12-11 13:00:00 2026-12-04", "2026-12-11 13:00:00 2026-12-11 open"}));
+}
+
+TEST_F(BackgroundLoopTest, OpensAWindowOnlyWhenTheUserWantsToSeeSomethingNew) {
+    struct Case {
+        std::int32_t whenToOpen;
+        bool wasCached, windowIsOpen, songsMatch;
+        bool opens;
+    };
+    for (const Case& c : std::initializer_list<Case>{
+             {OpenAlways, false, false, false, true},
+             {OpenAlways, true, false, true, false},
+             {OpenAlways, false, true, true, false},
+             {OpenOnMatch, false, false, true, true},
+             {OpenOnMatch, false, false, false, false},
+             {OpenOnMatch, false, true, true, false},
+             {OpenNever, false, false, true, false},
+             {-1, false, false, false, true},
+             {99, false, false, false, true},
+         }) {
+        World world("2026-11-25 09:00:00");
+        world.whenToOpen = c.whenToOpen;
+        world.pagesWereCached = c.wasCached;
+        world.windowIsOpen = c.windowIsOpen;
+        world.songsMatch = c.songsMatch;
+        EXPECT_EQ(world.RunUntil("2026-11-28 00:00:00")[0].ends_with(" open"), c.opens)
+            << c.whenToOpen << c.wasCached << c.windowIsOpen << c.songsMatch;
+    }
+}
+
+TEST_F(BackgroundLoopTest, FetchesOnWakingAndAnnouncesOnlyTheNewest) {
+    struct Case {
+        const char* wake;
+        Lines events;
+    };
+    for (const Case& c : std::initializer_list<Case>{
+             {"2026-11-28 09:00:00", {"2026-11-28 09:00:00 2026-11-27 open"}},
+             {"2026-12-12 09:00:00",
+              {"2026-12-12 09:00:00 2026-11-27", "2026-12-12 09:00:00 2026-12-04",
+               "2026-12-12 09:00:00 2026-12-11 open"}},
+             // So long that the clock must have been wrong: only the newest.
+             {"2036-12-13 09:00:00", {"2036-12-13 09:00:00 2036-12-12 open"}},
+         }) {
+        World world("2026-11-26 22:00:00");
+        world.Then("2026-11-26 23:00:00", [&](World& w) { w.Suspend(c.wake); });
+        EXPECT_EQ(world.RunUntil(c.wake), c.events) << c.wake;
+    }
+}
+
+TEST_F(BackgroundLoopTest, AnnouncesTheOlderWeekendWhenTheNewestIsNotOutYet) {
+    World world("2026-11-26 22:00:00");
+    world.isOut = [](WeekendAnchor anchor, util::EpochSeconds) {
+        return anchor < At("2026-12-01 00:00:00");
+    };
+    world.Then("2026-11-26 23:00:00", [](World& w) { w.Suspend("2026-12-04 14:00:00"); });
+    EXPECT_EQ(world.RunUntil("2026-12-04 14:20:00"),
+              (Lines{"2026-12-04 14:00:00 2026-11-27", "2026-12-04 14:00:00 2026-12-04 open",
+                     "2026-12-04 14:15:00 2026-12-04"}));
+}
+
+TEST_F(BackgroundLoopTest, WithoutNetworkAfterWakingItTriesAgainSoon) {
+    World world("2026-11-26 22:00:00");
+    world.isOnline = false;
+    world.Then("2026-11-26 23:00:00", [](World& w) { w.Suspend("2026-11-28 09:00:00"); });
+    world.Then("2026-11-28 09:30:00", [](World& w) { w.isOnline = true; });
+    EXPECT_EQ(world.RunUntil("2026-11-28 12:00:00"),
+              (Lines{"2026-11-28 09:00:00 2026-11-27", "2026-11-28 09:00:30 2026-11-27",
+                     "2026-11-28 09:01:30 2026-11-27", "2026-11-28 09:03:30 2026-11-27",
+                     "2026-11-28 09:08:30 2026-11-27", "2026-11-28 09:23:30 2026-11-27",
+                     "2026-11-28 09:38:30 2026-11-27 open"}));
+}
+
+TEST_F(BackgroundLoopTest, AClockThatIsSetBackBringsNothingTwice) {
+    for (const char* back : {"2026-11-27 13:59:00", "2026-11-27 12:00:00", "2026-11-26 15:00:00",
+                             "2016-11-27 15:00:00"}) {
+        SCOPED_TRACE(back);
+        World world("2026-11-25 09:00:00");
+        world.Then("2026-11-27 15:00:00", [&](World& w) { w.SetClock(back); });
+        EXPECT_EQ(world.RunUntil("2026-12-04 12:00:00"),
+                  (Lines{"2026-11-27 13:00:00 2026-11-27 open"}));
+        EXPECT_LE(world.waits, 4);
+    }
+}
+
+TEST_F(BackgroundLoopTest, AClockSetBackDuringRetriesWaitsForTheReleaseAgain) {
+    World world("2026-11-25 09:00:00");
+    world.isOut = [](WeekendAnchor, util::EpochSeconds now) {
+        return now >= At("2026-11-27 13:10:00");
+    };
+    world.Then("2026-11-27 13:05:00", [](World& w) { w.SetClock("2026-11-27 09:00:00"); });
+    EXPECT_EQ(world.RunUntil("2026-12-04 12:00:00"),
+              (Lines{"2026-11-27 13:00:00 2026-11-27", "2026-11-27 13:00:00 2026-11-27",
+                     "2026-11-27 13:15:00 2026-11-27 open"}));
+}
+
+TEST_F(BackgroundLoopTest, AClockAYearAheadIsForgottenOnceItIsCorrected) {
+    World world("2026-11-25 09:00:00");
+    // The site's own clock is right.
+    world.isOut = [](WeekendAnchor anchor, util::EpochSeconds now) {
+        return anchor < At("2027-01-01 00:00:00") && now >= At(DateOf(anchor) + " 13:00:00");
+    };
+    world.Then("2026-11-28 09:00:00", [](World& w) { w.SetClock("2027-11-27 09:00:00"); });
+    world.Then("2027-11-27 09:20:00", [](World& w) { w.SetClock("2026-11-28 09:20:00"); });
+    EXPECT_EQ(world.RunUntil("2026-12-05 00:00:00"),
+              (Lines{"2026-11-27 13:00:00 2026-11-27 open", "2027-11-27 09:00:00 2027-11-26",
+                     "2027-11-27 09:15:00 2027-11-26", "2026-12-04 13:00:00 2026-12-04 open"}));
+}
+
+TEST_F(BackgroundLoopTest, ATravellersFridayIsTheLocalOne) {
+    for (const char* place : {"America/Los_Angeles", "Asia/Tokyo", "Pacific/Auckland"}) {
+        SCOPED_TRACE(place);
+        World world("2026-11-24 09:00:00");
+        world.Then("2026-11-25 09:00:00", [&](World& w) { w.ChangeZone(place); });
+        EXPECT_EQ(
+            world.RunUntil("2026-12-05 00:00:00"),
+            (Lines{"2026-11-27 13:00:00 2026-11-27 open", "2026-12-04 13:00:00 2026-12-04 open"}));
+    }
+}
+
+}  // namespace
+}  // namespace ostrova::app

@@ -1,0 +1,82 @@
+#include "app/schedule.h"
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+
+#include "tests/support/environment.h"
+#include "tests/support/moments.h"
+
+namespace ostrova::app {
+namespace {
+
+using testing::At;
+using testing::DateOf;
+using testing::TimeOf;
+using testing::TimeZone;
+
+constexpr int Day = playlists::SecondsPerDay;
+constexpr int Hour = playlists::SecondsPerHour;
+
+TEST(FirstDelay, RunsToTheFridayThatFollows) {
+    const TimeZone zone("UTC");
+    struct Case {
+        const char* now;
+        bool cached;
+        int delay;
+        const char* target;
+    };
+    for (const Case& c : std::initializer_list<Case>{
+             {"2026-11-24 10:20:30", false, 3 * Day + 2 * Hour + 39 * 60 + 30, "2026-11-27"},
+             {"2026-11-26 23:50:00", true, 13 * Hour + 600, "2026-11-27"},
+             {"2026-11-27 12:50:00", false, 1500, "2026-11-27"},  // 600 are too few
+             {"2026-11-27 12:45:00", false, 900, "2026-11-27"},
+             {"2026-11-27 12:59:59", false, 901, "2026-11-27"},
+             {"2026-11-27 13:00:00", false, 900, "2026-11-27"},
+             {"2026-11-27 13:00:00", true, 7 * Day, "2026-12-04"},
+             {"2026-11-28 13:00:01", true, 6 * Day - 1, "2026-12-04"},
+             {"2026-11-29 11:00:00", true, 12 * Day + 2 * Hour, "2026-12-04"},  // kept on purpose
+             {"2026-11-29 11:59:59", false, 900, "2026-11-27"},
+             {"2026-11-29 12:00:00", true, 5 * Day + Hour, "2026-12-04"},
+         }) {
+        const util::EpochSeconds now = At(c.now);
+        const FirstWake first = FirstDelay(now, playlists::CurrentWeekend(now), c.cached);
+        EXPECT_EQ(first.delay, c.delay) << c.now << " cached " << c.cached;
+        EXPECT_EQ(DateOf(first.target), c.target) << c.now << " cached " << c.cached;
+        EXPECT_LE(first.delay, LongestWait);
+    }
+}
+
+TEST(DueMoment, KeepsTheTimeOfDayAcrossAChangeOfSummerTime) {
+    struct Case {
+        const char* zone;
+        const char* now;
+        int delay;
+        const char* due;
+    };
+    for (const Case& c : std::initializer_list<Case>{
+             {"Europe/Berlin", "2026-03-27 13:07:00", 7 * Day, "2026-04-03 13:07:00"},
+             {"Europe/Berlin", "2026-10-23 13:07:00", 7 * Day, "2026-10-30 13:07:00"},
+             {"Australia/Lord_Howe", "2026-04-03 13:07:00", 7 * Day, "2026-04-10 13:07:00"},
+             {"Europe/Berlin", "2026-03-28 02:30:00", Day, "2026-03-29 03:30:00"},  // no 02:30
+             {"UTC", "2038-01-15 12:59:59", 7 * Day + 1, "2038-01-22 13:00:00"},
+         }) {
+        const TimeZone zone(c.zone);
+        DueMoment due;
+        due.SetOnLocalClock(At(c.now), c.delay);
+        EXPECT_EQ(TimeOf(due.Get()), c.due) << c.zone << " " << c.now;
+    }
+}
+
+TEST(DueMoment, OfAnHourThatComesTwiceTheOneMeantIsTaken) {
+    const TimeZone zone("Europe/Berlin");
+    const util::EpochSeconds first = At("2026-10-25 01:50:00") + 2400;  // 02:30, the first time
+    for (const util::EpochSeconds now : {first, first + Hour}) {
+        DueMoment due;
+        due.SetOnLocalClock(now, 900);
+        EXPECT_EQ(due.Get(), now + 900);
+    }
+}
+
+}  // namespace
+}  // namespace ostrova::app

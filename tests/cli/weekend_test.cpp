@@ -1,0 +1,223 @@
+#include <gmock/gmock.h>
+
+#include "cli/fetch_progress.h"
+#include "cli/status_line.h"
+#include "cli/terminal_presenter.h"
+#include "cli_harness.h"
+
+namespace ostrova::cli {
+namespace {
+
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
+using Asked = std::vector<std::string>;
+
+class WeekendTest : public CliTest {
+protected:
+    void PutWeekend() {
+        site_.Put("/vantra/playlist/archive/2006/20060303.htm", Friday);
+        site_.Put("/vantra/playlist/archive/2006/20060304.htm", Night);
+        folder_.Write("SearchList.txt", "\"\"\t\"Beatles\"\r\n");
+    }
+};
+
+constexpr const char* MatchesOfMarch =
+    "{\"show\":\"friday\",\"date\":\"2006-03-03\",\"time\":665,\"clock\":\"11:05pm\","
+    "\"estimated\":false,\"title\":\"Yesterday\",\"artist\":\"The Beatles\",\"comment\":\"live\","
+    "\"matched\":true}\n"
+    "{\"show\":\"saturdayMorning\",\"date\":\"2006-03-04\",\"time\":690,\"clock\":\"11:30pm\","
+    "\"estimated\":false,\"title\":\"Help\",\"artist\":\"Beatles\",\"comment\":null,"
+    "\"matched\":true}\n"
+    "{\"show\":\"saturdayNight\",\"date\":\"2006-03-04\",\"time\":690,\"clock\":\"11:30pm\","
+    "\"estimated\":false,\"title\":\"Help\",\"artist\":\"Beatles\",\"comment\":null,"
+    "\"matched\":true}\n";
+
+TEST_F(WeekendTest, TellsTheCurrentWeekend) {
+    const CliResult json = Run({"weekend", "--at", "2006-03-03 13:00:00", "--json"});
+    EXPECT_EQ(json.status, Found);
+    EXPECT_EQ(json.out,
+              "{\"anchor\":1141387200,\"saturdayMorning\":1141452000,\"saturdayNight\":1141473600,"
+              "\"weekendOver\":false,\"shows\":["
+              "{\"slot\":\"friday\",\"time\":1141387200,\"cacheName\":\"20060303.htm\",\"address\":"
+              "\"http://site.test/vantra/playlist/archive/2006/20060303.htm\"},"
+              "{\"slot\":\"saturdayMorning\",\"time\":1141452000,\"cacheName\":\"20060304am.htm\","
+              "\"address\":\"http://site.test/vantra/playlist/archive/2006/20060304.htm\"},"
+              "{\"slot\":\"saturdayNight\",\"time\":1141473600,\"cacheName\":\"20060304.htm\","
+              "\"address\":\"http://site.test/vantra/playlist/archive/2006/20060304.htm\"}]}\n");
+    EXPECT_THAT(Run({"weekend", "--at", "2006-03-03 12:59:59", "--json"}).out,
+                HasSubstr("{\"anchor\":1140782400"));
+    EXPECT_THAT(Run({"weekend"}).out, HasSubstr("20060310.htm"));  // now
+    // Offline, an address comes from the cached index, or from no index at all.
+    folder_.Write("Cache/lists2008.htm", " <a href=\"http://x.test/7\"> night 7 Mar\n");
+    const CliResult offline =
+        Run({"weekend", "--at", "2008-03-07 13:00:00", "--offline", "--json"});
+    EXPECT_THAT(offline.out, HasSubstr("\"address\":\"http://x.test/7\""));
+    EXPECT_EQ(site_.Asked(), Asked{});
+}
+
+TEST_F(WeekendTest, ListsResultsShowByShow) {
+    PutWeekend();
+    const CliResult json = Run({"results", "2006-03-05", "--json"});
+    EXPECT_EQ(json.status, Found);
+    EXPECT_EQ(json.out, MatchesOfMarch);
+    EXPECT_EQ(json.err, "");
+    EXPECT_EQ(folder_.Names("Cache"),
+              (std::set<std::string>{"20060303.htm", "20060304am.htm", "20060304.htm"}));
+
+    folder_.Write("SearchList.txt", "\"Help\"\t\"\"\r\n");
+    EXPECT_EQ(Run({"results", "2006-03-03", "--offline"}).out,
+              "Friday night, 3 March 2006\n"
+              "           <No matches>\n"
+              "Saturday morning, 4 March 2006\n"
+              "  11:30pm  Help  Beatles\n"
+              "Saturday night, 4 March 2006\n"
+              "  11:30pm  Help  Beatles\n");
+    EXPECT_THAT(Run({"results", "2006-03-03", "--all", "--offline"}).out,
+                HasSubstr("   11:05pm  Yesterday "));
+    EXPECT_EQ(Run({"results", "2006-03-03", "--data-folder", folder_.Path("new/one")}).status,
+              NothingFound);
+    EXPECT_TRUE(folder_.Names("new/one/Cache").contains("20060303.htm"));
+    folder_.Write("SearchList.txt", "\"Nothing\"\t\"\"\r\n");
+    EXPECT_EQ(Run({"results", "2006-03-03", "--offline"}).status, NothingFound);
+    EXPECT_EQ(Run({"results", "2006-03-03", "--offline", "--csv"}).out,
+              "show,date,time,clock,estimated,title,artist,comment,matched\r\n");
+}
+
+TEST_F(WeekendTest, FallsBackOneWeekAndSaysWhenNothingCanBeHad) {
+    PutWeekend();  // a week old: that of today is not out yet
+    EXPECT_EQ(Run({"results", "--json"}).out, MatchesOfMarch);
+
+    const CliResult nothing = Run({"results", "2006-02-25"});
+    EXPECT_EQ(nothing.status, Trouble);
+    EXPECT_EQ(nothing.out, "");
+    EXPECT_EQ(
+        nothing.err,
+        "ostrova-cli: Failed to download the playlists of the weekend of 24 February 2006.\n");
+    clock_.SetWallClock(1142600400);  // a week later: neither is there
+    EXPECT_THAT(Run({"results"}).err,
+                HasSubstr("Failed to download Vantra playlists.\n\nMake sure"));
+}
+
+TEST_F(WeekendTest, ReadsTheGuestFromSiteOrFile) {
+    const std::string page = "<td>3 &amp; 4 March</td><td><a href=\"mel.htm\">Mel & Co</a></td>\n";
+    site_.Put("/vantra/guest/2006/default.htm", page);
+    const char* const expected =
+        "{\"text\":\"Mel & Co (click for more info)\","
+        "\"link\":\"http://site.test/vantra/guest/2006/mel.htm\",\"bothNights\":true}\n";
+    EXPECT_EQ(Run({"guest", "2006-03-04", "--json"}).out, expected);
+    const auto file = folder_.Write("g.htm", page);
+    const std::string address = "http://site.test/vantra/guest/2006/default.htm";
+    EXPECT_EQ(Run({"guest", "2006-03-04", "--json", "--year-page", file, "--address", address}).out,
+              expected);
+    const CliResult none =
+        Run({"guest", "2006-04-01", "--json", "--year-page", file, "--address", address});
+    EXPECT_EQ(none.status, NothingFound);
+    EXPECT_EQ(none.out, "{\"text\":null,\"link\":null,\"bothNights\":false}\n");
+}
+
+TEST_F(WeekendTest, SearchesTheWholeCacheInOrder) {
+    folder_.Write("Cache/20060304.htm", Night);
+    folder_.Write("Cache/20060304am.htm", Night);
+    folder_.Write("Cache/20060303.htm", Friday);
+    folder_.Write("Cache/20050101.htm", "<td>Help - Somebody\n");
+    folder_.Write("Cache/20060303.htm.part", Friday);
+    const CliResult json = Run({"search", "--artist", "BEATLES", "--json"});
+    EXPECT_EQ(json.status, Found);
+    EXPECT_EQ(json.out, MatchesOfMarch);
+    EXPECT_EQ(Run({"search", "--title", "help", "--to", "2006-03-04"}).out,
+              "Saturday night, 1 January 2005\n"
+              " ~12:04am  Help  Somebody\n"
+              "Saturday morning, 4 March 2006\n"
+              "  11:30pm  Help  Beatles\n"
+              "Saturday night, 4 March 2006\n"
+              "  11:30pm  Help  Beatles\n");
+    EXPECT_EQ(Run({"search", "--title", "help", "--artist", "x"}).status, NothingFound);
+    EXPECT_EQ(Run({"search", "--title", "help", "--from", "2006-03-05"}).status, NothingFound);
+    const CliResult noList = Run({"search"});
+    EXPECT_EQ(noList.status, NothingFound);
+    EXPECT_THAT(noList.err, HasSubstr("is empty"));
+    EXPECT_EQ(site_.Asked(), Asked{});
+}
+
+TEST_F(WeekendTest, FetchesARangeAndTellsWhatIsMissing) {
+    site_.Put("/vantra/playlist/archive/2006/20060303.htm", Friday);
+    const CliResult json = Run({"fetch", "--from", "2006-03-01", "--to", "2006-03-05", "--json"});
+    EXPECT_EQ(json.status, Found);
+    EXPECT_EQ(json.out,
+              "{\"page\":\"20060303.htm\",\"status\":\"fetched\"}\n"
+              "{\"page\":\"20060304am.htm\",\"status\":\"missing\"}\n"
+              "{\"page\":\"20060304.htm\",\"status\":\"missing\"}\n");
+    EXPECT_EQ(json.err,
+              "ostrova-cli: 1 fetched, 0 already cached, 2 missing on the site, 0 failed.\n");
+    EXPECT_EQ(Run({"fetch", "--from", "2006-03-03", "--to", "2006-03-03", "--json"}).out,
+              "{\"page\":\"20060303.htm\",\"status\":\"cached\"}\n");
+    EXPECT_EQ(Run({"fetch", "--from", "2006-03-04", "--to", "2006-03-05"}).status, NothingFound);
+    site_.Put("/vantra/playlist/archive/2006/20060304.htm", {.status = 500});
+    const CliResult failed = Run({"fetch", "--from", "2006-03-03", "--to", "2006-03-04"});
+    EXPECT_EQ(failed.status, Trouble);
+    EXPECT_THAT(failed.err, HasSubstr("20060304am.htm: the server answered 500\n"));
+}
+
+TEST_F(WeekendTest, EndsByTheSignalThatCameAndKeepsWholePages) {
+    PutWeekend();
+    site_.onRequest = [this](int count) {
+        if (count == 2) stopSignal_ = 2;
+    };
+    const CliResult result =
+        Run({"fetch", "--from", "2006-03-03", "--to", "2006-03-04", "--jobs", "1"});
+    EXPECT_EQ(result.status, 130);
+    EXPECT_TRUE(folder_.Names("Cache").contains("20060303.htm"));
+    EXPECT_EQ(Run({"results"}).err, "");  // what fails for that reason is not told
+}
+
+TEST(StatusLine, StaysWithinTheTerminalAndCleansUpBehindItself) {
+    std::ostringstream err;
+    {
+        StatusLine line(err, true, [] { return 11; });
+        line.Show("0123456789abc\x1b[31m");
+        EXPECT_EQ(err.str(), "\r0123456789");
+        err.str({});
+        line.Show("ab");
+        EXPECT_EQ(err.str(), "\rab        \b\b\b\b\b\b\b\b");
+        err.str({});
+    }
+    EXPECT_EQ(err.str(), "\r  \r");
+    std::ostringstream file;
+    StatusLine(file, false, {}).Show("never");
+    EXPECT_EQ(file.str(), "");
+    EXPECT_EQ(CutToColumns("a\xE6\x9D\xB1\xE4\xBA\xAC", 4), "a\xE6\x9D\xB1");  // wide characters
+}
+
+TEST(FetchProgress, CountsOnlyWhatWasAskedForInItsRate) {
+    EXPECT_EQ(FetchProgressLine({.pages = 4400, .settled = 1100, .asked = 100}, 2000),
+              "[#####...............]  25% 1100 of 4400 pages, 50.0 a second, "
+              "1 minute, 6.00 seconds left");
+    EXPECT_EQ(FetchProgressLine({.pages = 3, .settled = 1}, 0),
+              "[######..............]  33% 1 of 3 pages");
+    EXPECT_EQ(FetchProgressLine({}, 5), "");
+}
+
+TEST(TerminalPresenter, AsksOnlyWhereSomebodyCanAnswer) {
+    std::istringstream in("y\n2\n\n");
+    std::ostringstream err;
+    World world;
+    world.streams = {.in = &in, .err = &err};
+    StatusLine line(err, false, {});
+    TerminalPresenter presenter(world, line);
+    const feedback::Question question{
+        .title = "Q", .text = "Which?", .labels = {"+One", "Two", "-No"}};
+    EXPECT_FALSE(presenter.AskYesNo("Sure?"));
+    EXPECT_EQ(presenter.AskQuestion(question), 2);
+    world.streams.inIsTerminal = world.streams.errIsTerminal = true;
+    EXPECT_TRUE(presenter.AskYesNo("Sure?"));
+    EXPECT_EQ(presenter.AskQuestion(question), 1);
+    EXPECT_EQ(presenter.BrowseForFolder("Where?", "/x"), std::nullopt);
+    EXPECT_FALSE(presenter.ShowedError());
+    err.str({});
+    presenter.ShowBox(feedback::MessageKind::Error, "caf\xE9\n\nmore");
+    EXPECT_EQ(err.str(), "ostrova-cli: caf\xC3\xA9\n\nmore\n");
+    EXPECT_TRUE(presenter.ShowedError());
+}
+
+}  // namespace
+}  // namespace ostrova::cli

@@ -1,0 +1,146 @@
+#include "matching/matching.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace ostrova::matching {
+namespace {
+
+using Key = std::optional<std::string>;
+
+TEST(KeysMatch, TitlesMatchWholeOrNotAtAll) {
+    EXPECT_TRUE(KeysMatch(Key("YESTERDAY"), Key("YESTERDAY"), Strictness::Strict));
+    EXPECT_FALSE(KeysMatch(Key("YESTERDAY"), Key("YESTERDAYLIVE"), Strictness::Strict));
+    EXPECT_FALSE(KeysMatch(Key("ROCK"), Key("ROCKnROLL"), Strictness::Strict));
+    EXPECT_FALSE(KeysMatch(Key("X"), Key(), Strictness::Strict));
+}
+
+TEST(KeysMatch, AnAbsentSearchKeyFindsEverything) {
+    for (const Strictness strictness : {Strictness::Strict, Strictness::Lenient}) {
+        for (const Key& song : {Key(), Key(""), Key("X")}) {
+            EXPECT_TRUE(KeysMatch(Key(), song, strictness));
+            EXPECT_TRUE(KeysMatch(Key(" "), song, strictness));
+        }
+    }
+}
+
+TEST(KeysMatch, AnArtistMatchesTheArtistsOfACredit) {
+    struct Case {
+        std::string_view credit;
+        std::string_view artist;
+        bool matches;
+    };
+    for (const Case& c : std::initializer_list<Case>{
+             {"DESIREEfJOJOnKELL", "DESIREEfJOJOnKELL", true},
+             {"DESIREEfJOJOnKELL", "DESIREE", true},
+             {"DESIREEfJOJOnKELL", "JOJO", true},
+             {"DESIREEfJOJOnKELL", "KELL", true},
+             {"DESIREEfJOJOnKELL", "JOJOnKELL", true},
+             {"DESIREEfJOJOnKELL", "DESIREEfJOJO", false},
+             {"DESIREEfJOJOnKELL", "DESIRE", false},
+             {"BEATLESTHE", "BEATLES", false},
+             {"wHONOR", "HONOR", false},
+             {"wHONORnX", "wHONOR", true},
+             {"wHONORnX", "HONOR", false},
+             {"wHONORnX", "X", true},
+             {"An", "A", false},
+             {"AnBn", "Bn", true},
+             {"AnBn", "B", false},
+             {"AnnB", "nB", true},  // the byte after a joiner is no joiner
+             {"AnnB", "B", false},
+             {"AnnBnC", "nB", true},
+             {"n", "", true},  // no key: finds everything
+         }) {
+        EXPECT_EQ(KeysMatch(std::string(c.artist), std::string(c.credit), Strictness::Lenient),
+                  c.matches)
+            << c.artist << " in " << c.credit;
+    }
+    EXPECT_FALSE(KeysMatch(Key("X"), Key(), Strictness::Lenient));
+}
+
+TEST(SongMatchesSearchList, OneItemMustFindBothTitleAndArtist) {
+    const std::vector<SearchItem> items = {MakeSearchItem({"Yesterday", "The Beatles"}),
+                                           MakeSearchItem({"", "Jo-Jo"}),
+                                           MakeSearchItem({"Colours", ""})};
+    const SearchIndex index(items);
+    struct Case {
+        std::string_view title;
+        std::string_view artist;
+        bool matches;
+    };
+    for (const Case& c : std::initializer_list<Case>{
+             {"Yesterday", "Beatles", true},
+             {"Yesterday", "Beatles, The", false},
+             {"Yesterday", "Others with Beatles", true},
+             {"Help", "Beatles", false},
+             {"Yesterday", "", false},
+             {"", "Jo-Jo featuring Desiree", true},
+             {"Help", "Desiree & Jo Jo", true},
+             {"color", "", true},
+         }) {
+        const MatchKeys song = MakeMatchKeys(c.title, c.artist);
+        EXPECT_EQ(SongMatchesSearchList(song, items), c.matches) << c.title << ", " << c.artist;
+        EXPECT_EQ(index.Matches(song), c.matches) << c.title << ", " << c.artist;
+    }
+    EXPECT_FALSE(SongMatchesSearchList(MakeMatchKeys("Yesterday", "Beatles"), {}));
+    EXPECT_FALSE(SearchIndex({}).Matches(MakeMatchKeys("Yesterday", "Beatles")));
+    EXPECT_TRUE(SearchIndex(std::vector<SearchItem>(1)).Matches({}));
+}
+
+/// A key of few different bytes, joiners among them; now and then a blank one or none.
+Key RandomKey(std::mt19937_64& random) {
+    if (random() % 8 == 0) return std::nullopt;
+    if (random() % 32 == 0) return " ";
+    std::string key;
+    const std::size_t longest = random() % 16 == 0 ? 40 : 5;
+    for (std::size_t size = 1 + random() % longest; size > 0; --size) key += "ABnfw"[random() % 5];
+    return key;
+}
+
+/// The rule for credits, byte by byte as it is told.
+bool FindsInCredit(const std::string& search, const std::string& credit) {
+    std::size_t start = 0;
+    for (std::size_t at = 0; at < credit.size(); ++at) {
+        if (credit[at] < 'a' || credit[at] > 'z') continue;
+        if (at > start && at != credit.size() - 1) {
+            if (credit.compare(start, at - start, search) == 0) return true;
+            start = at + 1;
+            if (credit.compare(start, std::string::npos, search) == 0) return true;
+            ++at;
+        }
+    }
+    return false;
+}
+
+TEST(SearchIndex, FindsExactlyWhatAskingEveryItemFinds) {
+    std::mt19937_64 random(28);
+    for (int round = 0; round < 300; ++round) {
+        std::vector<SearchItem> items(random() % (round % 10 == 0 ? 300 : 6));
+        for (SearchItem& item : items) item.keys = {RandomKey(random), RandomKey(random)};
+        // Most lists hold no item that finds everything.
+        if (round % 8 != 0) {
+            std::erase_if(items, [](const SearchItem& item) {
+                return item.keys.title.value_or(" ") == " " &&
+                       item.keys.artist.value_or(" ") == " ";
+            });
+        }
+        const SearchIndex index(items);
+        for (int i = 0; i < 300; ++i) {
+            const MatchKeys song = {RandomKey(random), RandomKey(random)};
+            const bool matches = SongMatchesSearchList(song, items);
+            ASSERT_EQ(index.Matches(song), matches)
+                << song.title.value_or("-") << ", " << song.artist.value_or("-");
+        }
+    }
+    for (int i = 0; i < 20'000; ++i) {
+        const std::string search = RandomKey(random).value_or("A");
+        const std::string credit = RandomKey(random).value_or("A");
+        if (search == " " || search == credit) continue;
+        ASSERT_EQ(KeysMatch(search, credit, Strictness::Lenient), FindsInCredit(search, credit))
+            << search << " in " << credit;
+    }
+}
+
+}  // namespace
+}  // namespace ostrova::matching

@@ -1,0 +1,181 @@
+// Whole pages of the demonstration site, read, against what the site meant to say.
+
+#include <algorithm>
+#include <ostream>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "demo/guest_page.h"
+#include "demo/index_page.h"
+#include "demo/page_text.h"
+#include "demo/programme_dates.h"
+#include "demo/show_page.h"
+#include "matching/matching.h"
+#include "matching/search_list.h"
+#include "playlists/guest_reader.h"
+#include "playlists/page_parser.h"
+#include "playlists/song.h"
+#include "playlists/year_index.h"
+#include "tests/support/temp_folder.h"
+#include "util/line_reader.h"
+#include "util/local_time.h"
+#include "util/text.h"
+
+namespace ostrova::demo {
+
+// How a failure prints them.
+void PrintTo(const MeantSong& song, std::ostream* out) {
+    *out << song.minutes << " \"" << song.title << "\" \"" << song.artist << "\" \""
+         << song.comment.value_or("(none)") << "\"";
+}
+
+void PrintTo(const MeantGuest& guest, std::ostream* out) {
+    *out << "\"" << guest.text.value_or("(none)") << "\" \"" << guest.link.value_or("(none)")
+         << (guest.bothNights ? "\" both nights" : "\"");
+}
+
+namespace {
+
+constexpr const char* Host = "http://127.0.0.1:8080";
+constexpr Day LastFriday{std::chrono::year{2027} / 12 / 31};
+constexpr int LastYear = 2027;
+
+util::EpochSeconds Noon(Day day) {
+    const std::chrono::year_month_day date{day};
+    std::tm local{};
+    local.tm_year = static_cast<int>(date.year()) - 1900;
+    local.tm_mon = static_cast<int>(static_cast<unsigned>(date.month())) - 1;
+    local.tm_mday = static_cast<int>(static_cast<unsigned>(date.day()));
+    local.tm_hour = 12;
+    local.tm_isdst = -1;
+    return util::FromLocalTime(local);
+}
+
+// One weekend of every month, another one each time, and the weekend of the bare hyphens.
+std::vector<Day> SampleFridays() {
+    std::vector<Day> fridays;
+    for (Day friday = FirstFriday; friday <= LastFriday; friday += std::chrono::days(35)) {
+        fridays.push_back(friday);
+    }
+    fridays.emplace_back(std::chrono::year{1999} / 7 / 30);
+    return fridays;
+}
+
+std::vector<MeantSong> Read(const Show& show) {
+    std::string bytes = MakeShowPage(show).bytes;
+    playlists::Playlist playlist;
+    const int date = util::LeadingNumber(FormatDay("%Y%m%d", show.Date()));
+    playlists::ParsePlaylistBytes(playlist, bytes, date);
+    std::vector<MeantSong> songs;
+    for (const playlists::Song& song : playlist) {
+        songs.push_back({song.estimated ? -1 : song.time, song.title, song.artist, song.comment});
+    }
+    return songs;
+}
+
+TEST(DemoPages, AreReadAsTheyAreMeant) {
+    for (const Day friday : SampleFridays()) {
+        for (const Slot slot : AllSlots) {
+            const Show show{friday, slot};
+            SCOPED_TRACE(ArchivePath(show));
+            const std::vector<MeantSong> read = Read(show);
+            const std::vector<MeantSong> meant = MeantSongs(show);
+            EXPECT_GE(meant.size(), 78U);
+            const auto difference =
+                std::mismatch(read.begin(), read.end(), meant.begin(), meant.end());
+            if (difference.first == read.end() || difference.second == meant.end()) {
+                EXPECT_EQ(read.size(), meant.size());
+            } else {
+                ADD_FAILURE() << "song " << difference.first - read.begin() << " of "
+                              << meant.size() << " reads "
+                              << ::testing::PrintToString(*difference.first) << ", meant is "
+                              << ::testing::PrintToString(*difference.second);
+            }
+        }
+    }
+}
+
+MeantGuest ReadGuest(const playlists::GuestInfo& info) {
+    MeantGuest guest{info.text, info.link, info.bothNights};
+    if (guest.text) guest.text = util::ReplaceAll(*guest.text, "&&", "&");
+    return guest;
+}
+
+TEST(DemoPages, NameTheGuestOfEveryWeekend) {
+    for (int year = YearOf(FirstFriday); year <= LastYear; ++year) {
+        std::string page = MakeGuestYearPage(year, LastFriday, Host);
+        util::ToTextMode(page);
+        for (const Show& show : ShowsOf(year, LastFriday)) {
+            if (show.slot != Slot::SaturdayNight) continue;
+            SCOPED_TRACE(ArchivePath(show));
+            const playlists::GuestInfo info =
+                playlists::ReadGuestYearPage(page, Host + GuestYearPath(year), Noon(show.Date()));
+            EXPECT_EQ(ReadGuest(info), MeantGuestOf(show.friday, GuestPageKind::Year, Host));
+        }
+    }
+}
+
+TEST(DemoPages, NameTheGuestOfTheCurrentWeekend) {
+    for (const Day friday : SampleFridays()) {
+        SCOPED_TRACE(FormatDay("%Y%m%d", friday));
+        std::string page = MakeCurrentGuestPage(friday, Host);
+        util::ToTextMode(page);
+        const playlists::GuestInfo info =
+            playlists::ReadCurrentGuestPage(page, std::string(Host) + "/vantra/guest/default.htm",
+                                            Noon(friday + std::chrono::days(1)));
+        EXPECT_EQ((MeantGuest{info.text, info.link, info.bothNights}),
+                  MeantGuestOf(friday, GuestPageKind::Current, Host));
+    }
+}
+
+TEST(DemoPages, AreAllFoundInTheirYearsIndex) {
+    for (int year = FirstIndexYear; year <= LastYear; ++year) {
+        std::string page = MakeYearIndex(year, LastFriday, Host);
+        util::ToTextMode(page);
+        for (const Show& show : ShowsOf(year, LastFriday)) {
+            // The hour tells a morning show from a night show.
+            const int hours = show.slot == Slot::SaturdayMorning ? -6 : 0;
+            EXPECT_EQ(playlists::FindInYearIndex(page, Noon(show.Date()) + hours * 3600),
+                      Host + ArchivePath(show));
+        }
+    }
+}
+
+// What `list` finds in a show, as indexes of the list.
+std::set<std::size_t> Found(const std::vector<matching::SearchItem>& list, const Show& show) {
+    std::set<std::size_t> found;
+    for (const MeantSong& song : MeantSongs(show)) {
+        const matching::MatchKeys keys =
+            playlists::MakeSong(0, false, song.title, song.artist, std::nullopt).keys;
+        for (std::size_t i = 0; i < list.size(); ++i) {
+            if (matching::SongMatchesSearchList(keys, {&list[i], 1})) found.insert(i);
+        }
+    }
+    return found;
+}
+
+TEST(DemoPages, HoldSomethingForTheSampleSearchListInEveryShow) {
+    std::vector<matching::SearchItem> list;
+    for (const matching::SearchEntry& entry : matching::ReadSearchEntries(
+             testing::FileBytes(OSTROVA_DEMO_DATA "/SampleSearchList.txt"))) {
+        list.push_back(matching::MakeSearchItem(entry));
+    }
+    std::set<std::size_t> everFound;
+    for (const Day friday : SampleFridays()) {
+        for (const Slot slot : AllSlots) {
+            const std::set<std::size_t> found = Found(list, {friday, slot});
+            EXPECT_FALSE(found.empty()) << ArchivePath({friday, slot});
+            everFound.insert(found.begin(), found.end());
+        }
+    }
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        EXPECT_TRUE(everFound.contains(i)) << list[i].entry.song << ", " << list[i].entry.artist;
+    }
+}
+
+}  // namespace
+}  // namespace ostrova::demo
