@@ -34,6 +34,12 @@ CellEdit::CellEdit(NewListCtrl& list, int row, int column)
     selectAll();
 }
 
+void CellEdit::FollowCell() {
+    if (!cell_.isValid() || ended_) return;
+    setGeometry(PlaceEditor(list_, cell_.row(), column_));
+    if (isModified()) GrowToText();
+}
+
 bool CellEdit::event(QEvent* event) {
     return ClaimEditorKey(*event) || QLineEdit::event(event);
 }

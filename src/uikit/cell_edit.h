@@ -19,6 +19,9 @@ public:
     /// Shown over the cell, with the focus and the whole text selected. `list` owns it.
     CellEdit(NewListCtrl& list, int row, int column);
 
+    /// Stands over its cell again after columns have changed.
+    void FollowCell();
+
 protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

@@ -22,6 +22,10 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
     if (role == Qt::TextAlignmentRole) {
         return QVariant::fromValue(Alignment(index.column()) | Qt::AlignVCenter);
     }
+    if (role == Qt::AccessibleTextRole && Text(index.row(), index.column()).empty()) {
+        // A screen reader that finds no name says nothing at all.
+        return QString(Title(index.column()) + QStringLiteral(": empty"));
+    }
     return {};
 }
 

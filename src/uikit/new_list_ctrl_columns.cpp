@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "uikit/cell_edit.h"
 #include "uikit/cell_text.h"
 #include "uikit/column_fit.h"
 #include "uikit/list_header.h"
@@ -143,6 +144,7 @@ void NewListCtrl::AutoFit() {
 void NewListCtrl::resizeEvent(QResizeEvent* event) {
     QTreeView::resizeEvent(event);
     AutoFit();
+    for (CellEdit* editor : viewport()->findChildren<CellEdit*>()) editor->FollowCell();
 }
 
 /// A width that the list did not set itself: the user drags a divider, or the owner sets it.

@@ -2,6 +2,7 @@
 
 #include <QGridLayout>
 #include <QLabel>
+#include <QScrollArea>
 #include <QTimer>
 #include <string>
 #include <vector>
@@ -17,9 +18,13 @@ using namespace uikit;
 
 class Page {
 public:
-    explicit Page(QWidget* parent) : page_(new QWidget(parent)), grid_(new QGridLayout(page_)) {
-        page_->setObjectName(QStringLiteral("listGallery"));
-        page_->setWindowTitle(QStringLiteral("List control"));
+    explicit Page(QWidget* parent)
+        : area_(new QScrollArea(parent)), page_(new QWidget), grid_(new QGridLayout(page_)) {
+        area_->setObjectName(QStringLiteral("listGallery"));
+        area_->setAccessibleName(QStringLiteral("List control"));
+        area_->setFrameShape(QFrame::NoFrame);
+        area_->setWidgetResizable(true);
+        area_->setWidget(page_);
     }
 
     /// An empty list with the columns of a show's songs.
@@ -31,20 +36,22 @@ public:
         list->SetDrawMode(2);
         list->SetAutoFitColumns(true);
         list->SetShowSelectionAlways(true);
-        list->InsertColumn(0, "Time", Qt::AlignLeft, 60);
-        list->InsertColumn(1, "Song Title", Qt::AlignRight, 100);
-        list->InsertColumn(2, "Artist", Qt::AlignLeft, 90);
-        list->InsertColumn(3, "Comment", Qt::AlignHCenter, 70);
+        list->InsertColumn(0, "Time", Qt::AlignLeft, 76);
+        list->InsertColumn(1, "Song Title", Qt::AlignRight, 90);
+        list->InsertColumn(2, "Artist", Qt::AlignLeft, 78);
+        list->InsertColumn(3, "Comment", Qt::AlignHCenter, 64);
+        constexpr int Across = 3;
         const int place = count_++;
-        grid_->addWidget(label, place / 2 * 2, place % 2);
-        grid_->addWidget(list, place / 2 * 2 + 1, place % 2);
-        list->setMinimumSize(330, 120);
+        grid_->addWidget(label, place / Across * 2, place % Across);
+        grid_->addWidget(list, place / Across * 2 + 1, place % Across);
+        list->setMinimumSize(310, 120);
         return list;
     }
 
-    [[nodiscard]] QWidget* Widget() const { return page_; }
+    [[nodiscard]] QWidget* Widget() const { return area_; }
 
 private:
+    QScrollArea* area_;
     QWidget* page_;
     QGridLayout* grid_;
     int count_ = 0;
@@ -77,8 +84,8 @@ void ColourRows(NewListCtrl& list) {
 }
 
 void AddPlainAndSorted(Page& page) {
-    AddSongs(page, "Plain, a row selected, texts cut")->SelectRow(1);
-    NewListCtrl* ascending = AddSongs(page, "Sorted ascending: numbers by value");
+    AddSongs(page, "A row selected, texts cut")->SelectRow(1);
+    NewListCtrl* ascending = AddSongs(page, "Sorted ascending by value");
     ascending->SetSortEnabled(true);
     ascending->SortBy(1, true);
     NewListCtrl* descending = AddSongs(page, "Sorted descending, blanks last");
@@ -86,7 +93,7 @@ void AddPlainAndSorted(Page& page) {
 }
 
 void AddColours(Page& page) {
-    ColourRows(*AddSongs(page, "A heading, matched rows, a row with its own selected colour"));
+    ColourRows(*AddSongs(page, "Headings and coloured rows"));
     NewListCtrl* inactive = AddSongs(page, "Read-only rows");
     for (int row = 0; row < inactive->GetRowCount(); row += 2) inactive->SetRowReadOnly(row, true);
 }
@@ -117,6 +124,7 @@ void AddImages(Page& page) {
     other.fill(Qt::darkYellow);
     list->SetStateImages({QIcon(round), QIcon(other)});
     list->SetSmallImages({QIcon(other)});
+    list->setColumnWidth(0, 120);
 }
 
 }  // namespace

@@ -96,6 +96,8 @@ TEST_F(SortedListTest, SaysToScreenReadersWhatItShows) {
     EXPECT_EQ(table->columnCount(), 2);
     EXPECT_EQ(table->columnDescription(1), QStringLiteral("Column 1"));
     EXPECT_EQ(table->cellAt(1, 1)->text(QAccessible::Name), QStringLiteral("Abba"));
+    list_->SetCellText(1, 1, "");
+    EXPECT_EQ(table->cellAt(1, 1)->text(QAccessible::Name), QStringLiteral("Column 1: empty"));
     EXPECT_EQ(list_->model()->headerData(1, Qt::Horizontal, Qt::AccessibleDescriptionRole),
               QVariant(QStringLiteral("sorted ascending")));
 }

@@ -156,6 +156,14 @@ TEST_F(ListEditTest, GrowsUpToTheEdgeOfTheList) {
     EXPECT_EQ(OpenEditor()->geometry().right(), list_->viewport()->rect().right());
 }
 
+TEST_F(ListEditTest, StaysOnItsCellWhenTheColumnsChange) {
+    list_->SetAutoFitColumns(true);
+    EditCellText(*list_, 0, 3);
+    list_->resize(300, 200);
+    const QRect cell = list_->CellRect(0, 3);
+    EXPECT_EQ(OpenEditor()->geometry(), QRect(184, cell.top(), 57, cell.height()));
+}
+
 TEST_F(ListEditTest, TogglesYesAndNoAtTheFirstClick) {
     for (const int row : {0, 1, 2}) Click(*list_, row, 3);
     EXPECT_EQ(Column(*list_, 3), (Strings{"No", "Yes", "yes"}));
