@@ -2,7 +2,8 @@
 # install_packages NAME... installs those that are missing, as root or through sudo.
 BUILD_PACKAGES="g++ cmake ninja-build ccache pkg-config libcurl4-openssl-dev libsimpleini-dev
     libcli11-dev nlohmann-json3-dev libutf8proc-dev"
-TEST_PACKAGES="libgtest-dev libgmock-dev git python3 tzdata"
+WINDOW_PACKAGES="qt6-base-dev fonts-dejavu-core"
+TEST_PACKAGES="$WINDOW_PACKAGES libgtest-dev libgmock-dev git python3 tzdata"
 LINT_PACKAGES="clang-format clang-tidy"
 BENCH_PACKAGES="python3 libxml2-dev curl valgrind"
 COVERAGE_PACKAGES="lcov"

@@ -60,7 +60,7 @@ TEST_F(ProgramTest, RefusesWhatItDoesNotUnderstand) {
         {{"guest", "--year-page", "x.htm"}, "--address"},
         {{"guest", "--year-page", "x", "--current-page", "y", "--address", "z"}, "exclude"},
         {{"fetch", "--from", "2006-03-04", "--to", "2006-03-03"}, "before --from"},
-        {{"fetch", "--jobs", "5"}, "1 to 4"},
+        {{"fetch", "--jobs", "none"}, "1 to 4"},
         {{"fetch", "--jobs", "two"}, "1 to 4"},
         {{"fetch", "--offline"}, "--offline"},
         {{"search", "--to", "yesterday"}, "no date"},

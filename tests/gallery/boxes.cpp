@@ -1,4 +1,4 @@
-#include "gallery/boxes.h"
+#include "tests/gallery/boxes.h"
 
 #include <string>
 #include <utility>

@@ -1,11 +1,9 @@
-#include "gallery/gallery.h"
+#include "tests/gallery/gallery.h"
 
 #include <QPalette>
 
-#include "gallery/pages.h"
-#if __has_include("gallery/list_gallery.h")
-#include "gallery/list_gallery.h"
-#endif
+#include "tests/gallery/list_gallery.h"
+#include "tests/gallery/pages.h"
 
 namespace ostrova::gallery {
 
@@ -35,9 +33,7 @@ GalleryWindow::GalleryWindow(QWidget* parent) : QTabWidget(parent) {
     addTab(MakeTemplatePage(this), QStringLiteral("Template"));
     addTab(MakeCursorPage(this), QStringLiteral("Cursor"));
     addTab(MakeBoxPage(this), QStringLiteral("Boxes"));
-#if __has_include("gallery/list_gallery.h")
     addTab(MakeListControlGallery(this), QStringLiteral("Lists"));
-#endif
 }
 
 }  // namespace ostrova::gallery

@@ -7,8 +7,8 @@
 #include <cstdio>
 #include <string_view>
 
-#include "gallery/gallery.h"
-#include "gallery/screenshots.h"
+#include "tests/gallery/gallery.h"
+#include "tests/gallery/screenshots.h"
 
 namespace {
 

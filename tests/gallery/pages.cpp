@@ -1,4 +1,4 @@
-#include "gallery/pages.h"
+#include "tests/gallery/pages.h"
 
 #include <QComboBox>
 #include <QGridLayout>
@@ -11,7 +11,7 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
-#include "gallery/boxes.h"
+#include "tests/gallery/boxes.h"
 #include "uikit/dialog_builder.h"
 #include "uikit/dialog_layout.h"
 #include "uikit/hand_cursor.h"

@@ -1,4 +1,4 @@
-#include "gallery/screenshots.h"
+#include "tests/gallery/screenshots.h"
 
 #include <QApplication>
 #include <QDir>
@@ -6,8 +6,8 @@
 #include <QPixmap>
 #include <memory>
 
-#include "gallery/boxes.h"
-#include "gallery/gallery.h"
+#include "tests/gallery/boxes.h"
+#include "tests/gallery/gallery.h"
 
 namespace ostrova::gallery {
 namespace {

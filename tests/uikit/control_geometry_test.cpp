@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/uikit/widgets.h"
 #include "uikit/dialog_builder.h"
-#include "uikit/widgets.h"
 
 namespace ostrova::uikit {
 

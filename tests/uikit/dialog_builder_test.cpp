@@ -6,7 +6,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 
-#include "uikit/widgets.h"
+#include "tests/uikit/widgets.h"
 
 namespace ostrova::uikit {
 namespace {

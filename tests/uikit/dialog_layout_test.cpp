@@ -4,7 +4,7 @@
 
 #include <QTest>
 
-#include "uikit/widgets.h"
+#include "tests/uikit/widgets.h"
 
 namespace ostrova::uikit {
 

@@ -1,4 +1,4 @@
-#include "gallery/gallery.h"
+#include "tests/gallery/gallery.h"
 
 #include <gtest/gtest.h>
 
@@ -10,9 +10,9 @@
 #include <memory>
 #include <set>
 
-#include "gallery/boxes.h"
+#include "tests/gallery/boxes.h"
+#include "tests/uikit/widgets.h"
 #include "uikit/link_label.h"
-#include "uikit/widgets.h"
 
 namespace ostrova::gallery {
 namespace {

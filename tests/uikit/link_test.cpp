@@ -4,8 +4,8 @@
 #include <QTest>
 #include <QToolTip>
 
+#include "tests/uikit/widgets.h"
 #include "uikit/link_label.h"
-#include "uikit/widgets.h"
 
 namespace ostrova::uikit {
 namespace {

@@ -9,9 +9,9 @@
 #include <QTextBlock>
 #include <QToolTip>
 
-#include "gallery/gallery.h"
+#include "tests/gallery/gallery.h"
+#include "tests/uikit/widgets.h"
 #include "uikit/text.h"
-#include "uikit/widgets.h"
 
 namespace ostrova::uikit {
 namespace {

@@ -9,10 +9,10 @@
 
 #include "feedback/progress.h"
 #include "resources/progress_template.h"
-#include "support/fake_clock.h"
-#include "support/recorder.h"
+#include "tests/support/fake_clock.h"
+#include "tests/support/recorder.h"
+#include "tests/uikit/widgets.h"
 #include "uikit/dialog_builder.h"
-#include "uikit/widgets.h"
 
 namespace ostrova::uikit {
 namespace {

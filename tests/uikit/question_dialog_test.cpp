@@ -9,11 +9,11 @@
 #include <QWindow>
 
 #include "resources/question_template.h"
+#include "tests/uikit/widgets.h"
 #include "uikit/dialog_builder.h"
 #include "uikit/markup_view.h"
 #include "uikit/text.h"
 #include "uikit/text_measure.h"
-#include "uikit/widgets.h"
 
 namespace ostrova::uikit {
 

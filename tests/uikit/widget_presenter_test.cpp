@@ -8,10 +8,10 @@
 #include <atomic>
 #include <thread>
 
-#include "support/temp_folder.h"
+#include "tests/support/temp_folder.h"
+#include "tests/uikit/widgets.h"
 #include "uikit/plain_text.h"
 #include "uikit/text.h"
-#include "uikit/widgets.h"
 
 namespace ostrova::uikit {
 namespace {

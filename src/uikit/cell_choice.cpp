@@ -1,0 +1,117 @@
+#include "uikit/cell_choice.h"
+
+#include <QAbstractItemView>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QScrollBar>
+#include <algorithm>
+#include <utility>
+
+#include "uikit/cell_place.h"
+#include "uikit/cell_text.h"
+#include "uikit/editor_keys.h"
+#include "uikit/new_list_ctrl.h"
+
+namespace ostrova::uikit {
+
+CellChoice::CellChoice(NewListCtrl& list, int row, int column, std::vector<std::string> choices,
+                       int selectedChoice)
+    : QComboBox(list.viewport()),
+      list_(list),
+      cell_(list.Model().index(row, column)),
+      column_(column),
+      choices_(std::move(choices)) {
+    constexpr int RowsInDropDown = 100;
+    setObjectName(QStringLiteral("cellChoice"));
+    setAccessibleName(list.Model().Title(column));
+    setFont(list.font());
+    for (const std::string& choice : choices_) addItem(ToOneLine(choice));
+    setCurrentIndex(selectedChoice);
+    setMaxVisibleItems(RowsInDropDown);
+    setGeometry(PlaceEditor(list, row, column));
+    setTabOrder(&list, this);
+    view()->installEventFilter(this);
+    view()->window()->installEventFilter(this);
+    show();
+    setFocus();
+    showPopup();
+}
+
+void CellChoice::showPopup() {
+    FitDropDown();
+    QComboBox::showPopup();
+}
+
+/// As wide as the widest choice needs, but not beyond the screen.
+void CellChoice::FitDropDown() {
+    constexpr int BesideText = 5;
+    int widest = 1;
+    for (int i = 0; i < count(); ++i) {
+        widest = std::max(widest, fontMetrics().horizontalAdvance(itemText(i)));
+    }
+    const int edges = 2 * view()->frameWidth() + view()->verticalScrollBar()->sizeHint().width();
+    const int onScreen = screen()->availableGeometry().right() + 1 - mapToGlobal(QPoint()).x();
+    view()->setMinimumWidth(std::min(widest + BesideText + edges, onScreen));
+}
+
+bool CellChoice::event(QEvent* event) {
+    return ClaimEditorKey(*event) || QComboBox::event(event);
+}
+
+/// The dropped list: Escape in it cancels, and however it closes, the choice is over.
+bool CellChoice::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+        cancelled_ = true;
+    }
+    if (event->type() == QEvent::Hide && watched == view()->window()) {
+        // Only after it has closed does the box take the choice over.
+        QMetaObject::invokeMethod(this, &CellChoice::LeaveWhenClosed, Qt::QueuedConnection);
+    }
+    return QComboBox::eventFilter(watched, event);
+}
+
+void CellChoice::LeaveWhenClosed() {
+    if (!view()->isVisible()) GiveFocusBack();
+}
+
+void CellChoice::GiveFocusBack() {
+    list_.setFocus();
+    End();  // a window that isn't active loses no focus
+}
+
+void CellChoice::keyPressEvent(QKeyEvent* event) {
+    if (EndsEditing(*event)) {
+        cancelled_ = event->key() == Qt::Key_Escape;
+        return GiveFocusBack();
+    }
+    QComboBox::keyPressEvent(event);
+    event->accept();
+}
+
+void CellChoice::focusOutEvent(QFocusEvent* event) {
+    QComboBox::focusOutEvent(event);
+    if (!view()->isVisible()) End();
+}
+
+void CellChoice::End() {
+    if (std::exchange(ended_, true)) return;
+    CellNotice notice{cell_.isValid() ? cell_.row() : -1, column_, std::nullopt};
+    const bool hasChoice = currentIndex() >= 0 && !cancelled_ && cell_.isValid();
+    if (hasChoice) notice.text = choices_[currentIndex()];
+    hide();
+    deleteLater();
+    emit list_.endLabelEdit(notice);
+}
+
+CellChoice* EditCellChoice(NewListCtrl& list, int row, int column, std::vector<std::string> choices,
+                           int selectedChoice) {
+    constexpr int NarrowestForChoice = 10;
+    if (row < 0 || row >= list.GetRowCount() || column < 0 || column >= list.GetColumnCount()) {
+        return nullptr;
+    }
+    if (list.columnWidth(column) < NarrowestForChoice) return nullptr;
+    return new CellChoice(list, row, column, std::move(choices), selectedChoice);
+}
+
+}  // namespace ostrova::uikit

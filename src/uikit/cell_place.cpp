@@ -1,0 +1,25 @@
+#include "uikit/cell_place.h"
+
+#include <QScrollBar>
+#include <algorithm>
+
+#include "uikit/new_list_ctrl.h"
+
+namespace ostrova::uikit {
+
+QRect PlaceEditor(NewListCtrl& list, int row, int column) {
+    constexpr int Indent = 4;
+    constexpr int Narrower = 3;
+    list.EnsureVisible(row);
+    const int clientWidth = list.viewport()->width();
+    if (const int left = list.CellRect(row, column).left(); left < 0 || left > clientWidth) {
+        QScrollBar* across = list.horizontalScrollBar();
+        across->setValue(across->value() + left);
+    }
+    const QRect cell = list.CellRect(row, column);
+    const int left = cell.left() + Indent;
+    const int width = std::min(cell.width() - Narrower, clientWidth - left);
+    return {left, cell.top(), std::max(width, 1), cell.height()};
+}
+
+}  // namespace ostrova::uikit
