@@ -12,6 +12,7 @@ target_compile_options(ostrova_options INTERFACE
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
     $<$<CXX_COMPILER_ID:GNU>:-Wno-array-bounds>
     $<$<CXX_COMPILER_ID:GNU>:-Wno-stringop-overflow>
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-stringop-overread>
     $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 if(OSTROVA_WERROR)
     target_compile_options(ostrova_options INTERFACE -Werror)
