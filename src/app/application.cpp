@@ -4,11 +4,8 @@
 #include <cstdlib>
 #include <ostream>
 
-#ifdef __GLIBC__
-#include <malloc.h>
-#endif
-
 #include "matching/search_list_store.h"
+#include "platform/idle_memory.h"
 #include "platform/whole_file.h"
 #include "playlists/mark_matches.h"
 #include "playlists/page_cache.h"
@@ -153,9 +150,7 @@ void Application::LetGo() {
     upgradeHttp_.reset();
     http_.reset();
     state_.playlists = {};
-#ifdef __GLIBC__
-    ::malloc_trim(0);
-#endif
+    platform::ReleaseIdleMemory();
 }
 
 bool Application::ClaimMainWindow() {

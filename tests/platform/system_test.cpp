@@ -7,10 +7,13 @@
 #include <atomic>
 #include <ctime>
 #include <filesystem>
+#include <fstream>
+#include <memory>
 #include <set>
 #include <thread>
 
 #include "platform/clock.h"
+#include "platform/idle_memory.h"
 #include "platform/process.h"
 #include "platform/stall_watch.h"
 #include "platform/user_folders.h"
@@ -18,6 +21,7 @@
 #include "tests/support/child_process.h"
 #include "tests/support/environment.h"
 #include "tests/support/temp_folder.h"
+#include "util/text.h"
 
 namespace ostrova::platform {
 namespace {
@@ -216,6 +220,25 @@ TEST(Process, StillNamesItsFileWhenThatWasReplaced) {
     });
     EXPECT_EQ(child.Wait(), 0);
     EXPECT_FALSE(std::filesystem::exists(copy));
+}
+
+/// Kilobytes of memory that this process has mapped in.
+int ResidentMemory() {
+    std::ifstream rollup("/proc/self/smaps_rollup");
+    int kilobytes = 0;
+    for (std::string line; std::getline(rollup, line);) {
+        if (line.starts_with("Rss:")) kilobytes = util::LeadingNumber(line.substr(4));
+    }
+    return kilobytes;
+}
+
+TEST(IdleMemory, IsGivenBackAndNothingIsLost) {
+    const std::unique_ptr<Clock> clock = std::make_unique<SystemClock>();
+    static_cast<void>(clock->Now());
+    const int before = ResidentMemory();
+    ReleaseIdleMemory();
+    EXPECT_LT(ResidentMemory(), before);
+    EXPECT_GT(clock->Now(), 0);  // a call through tables that the loader has written
 }
 
 TEST(WindowLock, IsHeldByOneWindowAtATime) {
