@@ -4,6 +4,7 @@
 #include <sys/mman.h>
 
 #include <charconv>
+#include <cstdint>
 #include <fstream>
 #include <string>
 #include <string_view>
@@ -40,7 +41,9 @@ bool ReadHead(std::string_view line, Mapping& mapping) {
 }
 
 void Release(const Mapping& mapping) {
-    ::madvise(reinterpret_cast<void*>(mapping.begin), mapping.end - mapping.begin, MADV_DONTNEED);
+    void* const begin =
+        reinterpret_cast<void*>(mapping.begin);  // NOLINT(performance-no-int-to-ptr)
+    ::madvise(begin, mapping.end - mapping.begin, MADV_DONTNEED);
 }
 
 /// Only mappings without a page of their own: a page that was written before it was protected (the
