@@ -23,8 +23,8 @@ void Check(const Song& song) {
     Require(song.title.size() + song.artist.size() + song.comment.value_or("").size() <= 2 * 511);
     Require(song.estimated || song.time >= 0);
     Require(!song.matched);
-    Require(song.keys.title.has_value() != ostrova::util::IsBlank(std::string_view(song.title)));
-    Require(song.keys.artist.has_value() != ostrova::util::IsBlank(std::string_view(song.artist)));
+    Require(song.keys.title.has_value() != ostrova::util::IsBlank(song.title));
+    Require(song.keys.artist.has_value() != ostrova::util::IsBlank(song.artist));
     Require(!ostrova::playlists::SongTimeText(song).empty());
 }
 

@@ -19,7 +19,7 @@ constexpr std::size_t LongestLine = 259;
 
 /// A blank field is written empty.
 std::string WithoutBlank(const std::string& text) {
-    return ostrova::util::IsBlank(std::string_view(text)) ? std::string() : text;
+    return ostrova::util::IsBlank(text) ? std::string() : text;
 }
 
 void CheckRoundTrip(std::vector<SearchEntry> entries) {

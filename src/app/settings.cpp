@@ -29,7 +29,7 @@ void ReadBool(const platform::SettingsStore& store, std::string_view name, bool&
 
 /// A relative folder would lie wherever the program happens to stand.
 bool IsUsableFolder(const std::string& folder) {
-    return !util::IsBlank(std::string_view(folder)) &&
+    return !util::IsBlank(folder) &&
            std::filesystem::path(folder).is_absolute() && util::FolderExists(folder);
 }
 

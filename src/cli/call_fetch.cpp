@@ -24,7 +24,8 @@ constexpr CallHelp FetchHelp = {
         "again at any moment: only whole pages are kept, and what is there is not fetched\n"
         "again. It is gentle to the site: few connections, a pause when the site asks for\n"
         "one (for up to a minute; for longer it ends), and an end after five failures in\n"
-        "a row. At the end it tells what could not be had.",
+        "a row or a hundred pages without a song. At the end it tells what could not be\n"
+        "had.",
     .output =
         "{\"page\",\"status\"}: page is the name in the cache; status is \"fetched\",\n"
         "\"cached\" (it was there), \"missing\" (the site has no such page) or \"failed\"",
@@ -118,6 +119,7 @@ public:
         const playlists::ArchiveFetchResult result =
             playlists::FetchArchive(*source, session.Outside().makeHttp, *jobs, pages, report);
         session.Line().Clear();
+        session.StandardStreams().out->flush();  // the summary comes last on a terminal
         Summarise(session, report, result);
         return report.Count(ArchiveStatus::Fetched) + report.Count(ArchiveStatus::Cached) > 0;
     }

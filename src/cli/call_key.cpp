@@ -59,6 +59,8 @@ private:
             if (!util::IsUtf8(line))
                 session.Complain(util::Format("Line %d is not UTF-8.", number));
             found |= PrintKey(session, line);
+            // Whoever asks line by line, a person or a program, is answered before the next line.
+            if (in.rdbuf()->in_avail() <= 0) session.StandardStreams().out->flush();
         }
         if (in.bad()) session.Complain("Couldn't read standard input.");
         return found;

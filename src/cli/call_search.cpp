@@ -62,8 +62,12 @@ public:
             session.Complain(util::Format("Couldn't read %s: %s", page.cacheName, detail));
         };
         const matching::SearchIndex index(*items);
-        const auto pages = playlists::CachedPages(session.DataFolder(), *range);
-        playlists::SearchArchive(session.DataFolder(), pages, index, events);
+        const auto cached = playlists::CachedPages(session.DataFolder(), *range);
+        if (!cached.detail.empty()) {
+            session.Complain(util::Format("Couldn't read the page cache of '%s': %s",
+                                          session.DataFolder(), cached.detail));
+        }
+        playlists::SearchArchive(session.DataFolder(), cached.pages, index, events);
         return found;
     }
 

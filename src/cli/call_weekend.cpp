@@ -29,7 +29,8 @@ constexpr CallHelp WeekendHelp = {
         "1970, slots \"friday\", \"saturdayMorning\", \"saturdayNight\"",
     .exitStatus =
         "0  always, but for\n"
-        "2  trouble: a moment that no calendar has",
+        "2  trouble: a moment that no calendar has, a bad site host, a data folder that\n"
+        "   can't be entered",
     .examples =
         "ostrova-cli weekend\n"
         "ostrova-cli weekend --at '2006-03-03 13:00:00' --offline --json"};

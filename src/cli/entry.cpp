@@ -19,6 +19,7 @@
 #include "cli/stoppable_http.h"
 #include "platform/clock.h"
 #include "platform/process.h"
+#include "util/code_page.h"
 
 namespace ostrova::cli {
 namespace {
@@ -87,7 +88,10 @@ bool WantsColour() {
 std::string WindowsDataFolder(const std::string& programPath) {
     const auto store = app::OpenSettingsStore();
     app::Settings settings;
-    app::LoadSettings({.store = store.get(), .programPath = programPath}, settings);
+    if (!app::LoadSettings({.store = store.get(), .programPath = programPath}, settings)) {
+        std::cerr << "ostrova-cli: The settings can't be read; the data folder is taken to be '"
+                  << util::ForTerminal(settings.folder) << "'.\n";
+    }
     return settings.folder;
 }
 

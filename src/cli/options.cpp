@@ -22,7 +22,8 @@ std::vector<std::string> MarkTexts(const std::vector<std::string>& arguments) {
     std::vector<std::string> marked;
     bool onlyTexts = false;
     for (const std::string& argument : arguments) {
-        if (onlyTexts) {
+        // The library would take a text in brackets for a list of texts.
+        if (onlyTexts || argument.starts_with('[')) {
             marked.push_back(TextMark + argument);
         } else if (argument == "--") {
             onlyTexts = true;

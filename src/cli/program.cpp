@@ -8,12 +8,14 @@
 #include <csignal>
 #include <ostream>
 #include <system_error>
+#include <utility>
 
 #include "app/version.h"
 #include "cli/call.h"
 #include "cli/help_page.h"
 #include "cli/session.h"
 #include "util/code_page.h"
+#include "util/text.h"
 
 namespace ostrova::cli {
 
@@ -111,6 +113,11 @@ private:
         if (options_.json && (options_.csv || options_.csvSafe)) {
             return Refuse("--json and --csv exclude each other");
         }
+        for (const auto& [name, path] : {std::pair("--data-folder", options_.dataFolder),
+                                         std::pair("--list", options_.listFile)}) {
+            // An empty variable of a script, not a wish for the folder where it happens to run.
+            if (path && util::IsBlank(*path)) return Refuse(std::string(name) + " needs a path");
+        }
         Session session(world_, options_);
         const bool found = call.Run(session);
         if (session.HadTrouble()) return Trouble;
@@ -126,8 +133,9 @@ private:
 
 /// What `status` becomes when the output did not arrive or a signal came.
 int FinalStatus(const World& world, int status) {
+    const bool arrived = static_cast<bool>(world.streams.out->flush());
     if (world.Stopped()) return BySignal + world.stopSignal->load();
-    if (world.streams.out->flush()) return status;
+    if (arrived) return status;
     const int error = world.streams.outError ? world.streams.outError() : 0;
     if (error == EPIPE) return BySignal + SIGPIPE;  // its reader has seen enough: a quiet end
     *world.streams.err << "ostrova-cli: Couldn't write to standard output";

@@ -2,6 +2,7 @@
 
 #include <istream>
 #include <ostream>
+#include <vector>
 
 #include "feedback/button_label.h"
 #include "util/code_page.h"
@@ -70,15 +71,18 @@ bool TerminalPresenter::AskYesNo(const std::string& text) {
 int TerminalPresenter::AskQuestion(const feedback::Question& question) {
     Say(MessageToUtf8(question.text));
     std::string choices;
+    std::vector<bool> isOffered(question.labels.size());
     for (std::size_t i = 0; i < question.labels.size(); ++i) {
         const feedback::ButtonLabel label = feedback::ParseButtonLabel(question.labels[i]);
         if (label.isOmitted || label.isDisabled) continue;
+        isOffered[i] = true;
         choices += std::to_string(i + 1) + " " + MessageToUtf8(label.caption) + "\n";
     }
     WriteLines(choices);
     const auto number = util::WholeNumber(AskLine("Your choice: ").value_or(""));
-    const bool isChoice =
-        number && *number >= 1 && *number <= static_cast<long long>(question.labels.size());
+    const bool isChoice = number && *number >= 1 &&
+                          *number <= static_cast<long long>(isOffered.size()) &&
+                          isOffered[static_cast<std::size_t>(*number - 1)];
     return isChoice ? static_cast<int>(*number - 1) : CancelAnswer(question);
 }
 

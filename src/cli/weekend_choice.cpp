@@ -28,10 +28,21 @@ bool IsCurrentWeekend(Session& session, const playlists::Weekend& weekend) {
     return DateOf(playlists::CurrentWeekend(now).weekend.anchor) == DateOf(weekend.anchor);
 }
 
+bool IsToCome(Session& session, const playlists::Weekend& weekend) {
+    const auto current = playlists::CurrentWeekend(session.Outside().clock->Now()).weekend;
+    const playlists::DateNumber friday = DateOf(weekend.anchor);
+    if (friday <= DateOf(current.anchor)) return false;
+    session.Complain(
+        util::Format("The weekend of %s has not begun: its playlists come out on Friday at 13:00.",
+                     LongDateText(friday)));
+    return true;
+}
+
 bool LoadWeekend(Session& session, const std::optional<std::string>& text,
                  playlists::WeekendState& state) {
     const auto weekend = ChooseWeekend(session, text);
     if (!weekend) return false;
+    if (IsToCome(session, *weekend)) return false;
     const auto source = session.Source();
     if (!source) return false;
     state.displayedWeekend = *weekend;

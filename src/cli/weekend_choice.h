@@ -20,8 +20,13 @@ void AddWeekend(CLI::App& app, std::optional<std::string>& text);
 /// fetched afresh.
 [[nodiscard]] bool IsCurrentWeekend(Session& session, const playlists::Weekend& weekend);
 
+/// True, after a complaint, when `weekend` lies ahead. Nothing may be fetched for it: the site's
+/// pages of the current shows would be taken for its own, and kept for ever.
+[[nodiscard]] bool IsToCome(Session& session, const playlists::Weekend& weekend);
+
 /// Brings a weekend's playlists and guest into `state`: the one named, or the current one with the
-/// start-up's fall-back of one week. False after a complaint, when none of its pages could be had.
+/// start-up's fall-back of one week. False after a complaint, when none of its pages could be had
+/// or it has not begun.
 [[nodiscard]] bool LoadWeekend(Session& session, const std::optional<std::string>& text,
                                playlists::WeekendState& state);
 

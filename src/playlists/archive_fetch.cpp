@@ -17,6 +17,7 @@ namespace ostrova::playlists {
 namespace {
 
 constexpr int MostFailuresInARow = 5;
+constexpr int MostSongless = 100;
 constexpr int MostAttempts = 3;          // at one page that the server asks to come back for
 constexpr int LongestPauseSeconds = 60;  // that is waited for; a longer one ends the run
 constexpr std::size_t OpenTasks = 64;    // enough to keep the connections busy during a commit
@@ -93,7 +94,12 @@ private:
     void Feed() {
         while (!end_ && !awaitingIndex_ && next_ < pages_.size() && workers_.Open() < OpenTasks) {
             if (util::PathExists(PathOf(next_))) {
-                Settle(next_++, {ArchiveStatus::Cached, {}});
+                Settle(next_,
+                       util::IsReadableFile(PathOf(next_))
+                           ? ArchiveOutcome{ArchiveStatus::Cached, {}}
+                           : ArchiveOutcome{ArchiveStatus::Failed,
+                                            "what lies in its place in the cache can't be read"});
+                ++next_;
                 continue;
             }
             const EpochSeconds showTime = ShowTimeOf(pages_[next_]);
@@ -133,6 +139,10 @@ private:
     void ComeBack(FetchAnswer answer) {
         const int seconds = answer.result.retryAfterSeconds;
         if (seconds > LongestPauseSeconds || answer.task.attempt == MostAttempts) {
+            if (answer.task.id < pages_.size()) {
+                ++progress_.asked;
+                Settle(answer.task.id, {ArchiveStatus::Failed, Reason(answer.result)});
+            }
             const auto pause = feedback::FromMilliseconds(std::int64_t{1000} * seconds);
             End(ArchiveEnd::GivenUp,
                 "the server asks to be left alone for " + feedback::FormatDuration(pause));
@@ -174,7 +184,7 @@ private:
             CountFailure(/*harmless=*/false, Reason(answer.result));
         } else if (!HoldsSongs(page, answer.body)) {
             Settle(page, {ArchiveStatus::Failed, "the page holds no song"});
-            CountFailure(/*harmless=*/false, "its pages hold no songs");
+            CountSongless();
         } else {
             failuresInARow_ = 0;
             Keep(page, answer.body);
@@ -246,6 +256,15 @@ private:
         }
     }
 
+    /// A few weekends may lack their songs, and must not cut off all that come after them. A server
+    /// that gives nothing else, a login page perhaps, is not asked for 28 years of it.
+    void CountSongless() {
+        failuresInARow_ = 0;
+        if (++songless_ == MostSongless) {
+            End(ArchiveEnd::GivenUp, util::Format("%d pages held no song", songless_));
+        }
+    }
+
     void End(ArchiveEnd end, std::string detail) {
         if (end_) return;
         end_ = end;
@@ -271,6 +290,7 @@ private:
     int indexYear_ = 0;  // whose index was fetched, or tried, last
     bool awaitingIndex_ = false;
     int failuresInARow_ = 0;
+    int songless_ = 0;  // pages of this run
     std::optional<ArchiveEnd> end_;
     std::string detail_;
 

@@ -103,17 +103,18 @@ std::vector<ArchivePage> CalendarPages(const DateRange& range, EpochSeconds now)
     return pages;
 }
 
-std::vector<ArchivePage> CachedPages(const std::string& dataFolder, const DateRange& range) {
-    std::vector<ArchivePage> pages;
+CachedPagesResult CachedPages(const std::string& dataFolder, const DateRange& range) {
+    CachedPagesResult result;
     std::error_code error;
     std::filesystem::directory_iterator entry(util::JoinPath(dataFolder, "Cache"), error);
     while (!error && entry != std::filesystem::directory_iterator()) {
         const auto page = ArchivePageOf(util::FileNamePart(entry->path().native()));
-        if (page && range.Contains(page->date)) pages.push_back(*page);
+        if (page && range.Contains(page->date)) result.pages.push_back(*page);
         entry.increment(error);
     }
-    std::sort(pages.begin(), pages.end());
-    return pages;
+    if (error && error != std::errc::no_such_file_or_directory) result.detail = error.message();
+    std::sort(result.pages.begin(), result.pages.end());
+    return result;
 }
 
 }  // namespace ostrova::playlists

@@ -49,9 +49,14 @@ struct ArchivePage {
 /// chronological order.
 [[nodiscard]] std::vector<ArchivePage> CalendarPages(const DateRange& range, EpochSeconds now);
 
+/// What `CachedPages` found.
+struct CachedPagesResult {
+    std::vector<ArchivePage> pages;
+    std::string detail;  // one line for the user when the folder is there and can't be read
+};
+
 /// The pages in `range` that lie in the cache of `dataFolder`, in chronological order. Whatever
-/// else lies there is passed over; a folder that can't be read holds none.
-[[nodiscard]] std::vector<ArchivePage> CachedPages(const std::string& dataFolder,
-                                                   const DateRange& range);
+/// else lies there is passed over; a folder that isn't there yet holds none.
+[[nodiscard]] CachedPagesResult CachedPages(const std::string& dataFolder, const DateRange& range);
 
 }  // namespace ostrova::playlists

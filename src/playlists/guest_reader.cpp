@@ -46,7 +46,7 @@ GuestInfo CurrentPageReader::Read() {
             phase = Phase::Done;
         }
     }
-    if (!util::IsBlank(std::string_view(text_))) guest_.text = std::move(text_);
+    if (!util::IsBlank(text_)) guest_.text = std::move(text_);
     return guest_;
 }
 

@@ -203,7 +203,7 @@ void TableReader::AddSong(const TableLine& line, std::size_t title, const FieldL
 
 /// A line of one field below a heading is one of the heading's songs.
 void TableReader::ReadLoneTitle(const TableLine& line, std::size_t marker) {
-    if (util::IsBlank(std::string_view(headerArtist_))) return;
+    if (util::IsBlank(headerArtist_)) return;
     const std::string_view title = line.LoneText(marker);
     if (title.empty() || title.back() == ':') return;  // a sub-heading ends in a colon
     page_.AddSong(page_.pendingTime, title, headerArtist_, headerComment_);

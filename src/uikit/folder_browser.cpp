@@ -11,7 +11,7 @@ namespace ostrova::uikit {
 
 QFileDialog* MakeFolderBrowser(const std::string& title, const std::string& folder,
                                QWidget* owner) {
-    const QString start = util::IsBlank(std::string_view(folder))
+    const QString start = util::IsBlank(folder)
                               ? QDir::currentPath()
                               : QFile::decodeName(QByteArray::fromStdString(folder));
     auto* browser = new QFileDialog(owner, PlainWindowTitle(ToQString(title)), start);

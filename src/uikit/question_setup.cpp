@@ -56,7 +56,7 @@ void ShowIcon(IconView& view, std::uint32_t flags) {
 
 void QuestionDialog::SetUp(const Question& question, LinkOpener& links) {
     BuildDialog(*this, QuestionTemplate, links);
-    if (util::IsBlank(std::string_view(question.text))) flags_ |= QB_NO_ICON;
+    if (util::IsBlank(question.text)) flags_ |= QB_NO_ICON;
 
     // In the template the buttons stand under the icon and the field; they follow the content.
     QRect field = PlaceInput();
@@ -69,11 +69,11 @@ void QuestionDialog::SetUp(const Question& question, LinkOpener& links) {
     place.moveTop(place.top() - icon->height());
     const int iconHeight = Has(QB_NO_ICON) ? 0 : icon->height();
     ShowIcon(*icon, flags_);
-    if (!util::IsBlank(std::string_view(question.title)))
+    if (!util::IsBlank(question.title))
         setWindowTitle(PlainWindowTitle(ToQString(question.title)));
 
     QSize content(0, 0);
-    if (util::IsBlank(std::string_view(question.text))) {
+    if (util::IsBlank(question.text)) {
         (void)RemoveControl(*this, QuestionMessage, 0, RemoveFullWidth);
     } else {
         content = ShowMessage(question.text);

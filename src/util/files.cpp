@@ -90,6 +90,12 @@ bool FolderExists(std::string_view path) {
     return StatPath(path, WantKind::Folder, WantAccess::Any);
 }
 
+bool IsReadableFile(const std::string& path) {
+    struct stat info {};
+    return ::stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode) &&
+           ::access(path.c_str(), R_OK) == 0;
+}
+
 bool MakeFolder(std::string_view path) {
     return ::mkdir(std::string(path).c_str(), 0777) == 0;
 }

@@ -23,6 +23,9 @@ enum class WantAccess { Any, Writable };
 [[nodiscard]] bool PathExists(std::string_view path);
 [[nodiscard]] bool FolderExists(std::string_view path);
 
+/// True for a regular file that the user may read; looks, and opens nothing.
+[[nodiscard]] bool IsReadableFile(const std::string& path);
+
 /// Creates one folder; true on success.
 [[nodiscard]] bool MakeFolder(std::string_view path);
 

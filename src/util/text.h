@@ -17,6 +17,13 @@ using OptionalText = std::optional<std::string_view>;
 /// is not white space.
 [[nodiscard]] bool IsBlank(std::string_view text);
 
+[[nodiscard]] inline bool IsBlank(const std::string& text) {
+    return IsBlank(std::string_view(text));
+}
+[[nodiscard]] inline bool IsBlank(const char* text) {
+    return IsBlank(std::string_view(text));
+}
+
 /// The same for a text that may be absent; an absent one is blank.
 [[nodiscard]] bool IsBlank(const std::optional<std::string>& text);
 

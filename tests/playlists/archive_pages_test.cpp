@@ -73,9 +73,12 @@ TEST(ArchivePages, ListsTheCacheInOrderAndPassesOverTheRest) {
                              "lists2006.htm", "2006.htm", ".20060310.htm.ostrova-x", "20060310"}) {
         folder.Write(std::string("Cache/") + name, "x");
     }
-    EXPECT_EQ(NamesOf(CachedPages(folder.Path(), {20060101, 20061231})),
+    EXPECT_EQ(NamesOf(CachedPages(folder.Path(), {20060101, 20061231}).pages),
               (std::vector<std::string>{"20060303.htm", "20060304am.htm", "20060304.htm"}));
-    EXPECT_TRUE(CachedPages(folder.Path("nowhere"), {}).empty());
+    EXPECT_TRUE(CachedPages(folder.Path("nowhere"), {}).pages.empty());
+    EXPECT_EQ(CachedPages(folder.Path("nowhere"), {}).detail, "");
+    folder.Write("file/Cache", "");
+    EXPECT_EQ(CachedPages(folder.Path("file"), {}).detail, "Not a directory");
 }
 
 }  // namespace
