@@ -26,12 +26,15 @@ Answer WidgetPresenter::OnMainThread(std::function<Answer()> show, Answer whenCl
         return calls->IsClosed() ? whenClosed : show();
     }
     auto answer = std::make_shared<Answer>(whenClosed);
-    const auto ring = [this] {
-        QMetaObject::invokeMethod(
-            this, [calls = calls_] { (void)calls->ServeOne(); }, Qt::QueuedConnection);
-    };
+    // The event carries nothing: what the worker hands over lies in the queue, under its lock.
+    const auto ring = [this] { QCoreApplication::postEvent(this, new QEvent(QEvent::User)); };
     const bool isServed = calls->Wait([answer, show] { *answer = show(); }, ring);
     return isServed ? *answer : whenClosed;
+}
+
+void WidgetPresenter::customEvent(QEvent* /*event*/) {
+    const std::shared_ptr<MainThreadCalls> calls = calls_;  // a box may outlive the presenter
+    (void)calls->ServeOne();
 }
 
 void WidgetPresenter::ShowBox(feedback::MessageKind kind, const std::string& text) {

@@ -54,6 +54,10 @@ public:
     /// The boxes on the screen, newest last.
     [[nodiscard]] const std::vector<QPointer<QDialog>>& OpenBoxes() const { return openBoxes_; }
 
+protected:
+    /// A worker has rung.
+    void customEvent(QEvent* event) override;
+
 private:
     /// Calls `show` on the main thread, now or as soon as that comes to it; what it answers.
     template <typename Answer>
