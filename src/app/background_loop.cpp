@@ -28,6 +28,15 @@ WeekendAnchor NextWeekend(EpochSeconds now) {
     return current.weekendOver ? FollowingWeekend(current.weekend.anchor) : current.weekend.anchor;
 }
 
+std::string WhyNotHad(const playlists::RunResult& result) {
+    for (const auto& failure : result.failures) {
+        if (failure && failure->status == playlists::TransferStatus::CannotWrite) {
+            return FailureReason(*failure);
+        }
+    }
+    return result.reachedNetwork ? "not out yet" : "no connection";
+}
+
 }  // namespace
 
 void BackgroundLoop::Run(WeekendAnchor displayed, const FirstWake& first) {
@@ -91,8 +100,7 @@ bool BackgroundLoop::Fetch() {
 void BackgroundLoop::OnFailed(const playlists::RunResult& result) {
     const EpochSeconds now = clock_->Now();
     due_.SetInterval(now, retries_.After(result));
-    Log(util::Format("%s, next attempt at %s",
-                     result.reachedNetwork ? "not out yet" : "no connection", Time(due_.Get())));
+    Log(util::Format("%s, next attempt at %s", WhyNotHad(result), Time(due_.Get())));
     Announce();  // of an older weekend, when this one was looked for right after it
 }
 

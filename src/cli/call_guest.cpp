@@ -87,6 +87,11 @@ private:
         if (!playlists::LoadGuestInfo(*source, state.guest, anchor, isLatest, true)) {
             playlists::LoadGuestInfo(*source, state.guest, anchor, isLatest, false);
         }
+        if (!state.guest.pageHad && !session.Outside().Stopped()) {
+            session.Complain(source->offline ? "No guest page of that weekend is in the cache."
+                                             : "Failed to download that weekend's guest page.");
+            return std::nullopt;
+        }
         return state.guest.shown;
     }
 

@@ -38,30 +38,59 @@ bool IsToCome(Session& session, const playlists::Weekend& weekend) {
     return true;
 }
 
+namespace {
+
+/// Says which shows are missing from what is shown. That the site has no page of a show, or the
+/// cache when nothing is fetched, is worth knowing; anything else is trouble.
+void TellFailures(Session& session, const playlists::Weekend& weekend,
+                  const playlists::RunResult& result, bool isOffline) {
+    if (session.Outside().Stopped()) return;
+    for (std::size_t i = 0; i < playlists::AllShows.size(); ++i) {
+        const auto& failure = result.failures[i];
+        if (!failure) continue;
+        const playlists::ShowSlot slot = playlists::AllShows[i];
+        const std::string show = util::Format("%s, %s: ", playlists::DisplayName(slot),
+                                              LongDateText(DateOf(weekend.ShowTime(slot))));
+        if (isOffline) {
+            session.Hint(show + "not in the cache.");
+        } else if (failure->httpStatus == 404 || failure->httpStatus == 410) {
+            session.Hint(show + "the site has no such page.");
+        } else {
+            session.Complain(show + FailureReason(*failure) + ".");
+        }
+    }
+}
+
+}  // namespace
+
 bool LoadWeekend(Session& session, const std::optional<std::string>& text,
                  playlists::WeekendState& state) {
     const auto weekend = ChooseWeekend(session, text);
-    if (!weekend) return false;
-    if (IsToCome(session, *weekend)) return false;
+    if (!weekend || IsToCome(session, *weekend)) return false;
     const auto source = session.Source();
     if (!source) return false;
     state.displayedWeekend = *weekend;
+    playlists::RunResult result;
     if (!text) {
         const bool isOver = playlists::CurrentWeekend(session.Outside().clock->Now()).weekendOver;
-        const bool found = playlists::StartupLoad(*source, state, isOver).found;
-        if (!found && source->offline) session.Hint("With --offline only the cache was looked at.");
-        return found;  // that it was not has been told
+        result = playlists::StartupLoad(*source, state, isOver).run;
+        if (!result.had && source->offline) {
+            session.Hint("With --offline only the cache was looked at.");
+        }
+    } else {
+        result = playlists::WeekendRun(*source, state, weekend->anchor, /*allowAutodial=*/true,
+                                       IsCurrentWeekend(session, *weekend));
+        if (!result.had && !session.Outside().Stopped()) {
+            session.Complain(util::Format(
+                source->offline ? "The playlists of the weekend of %s are not in the cache."
+                                : "Failed to download the playlists of the weekend of %s.",
+                LongDateText(DateOf(weekend->anchor))));
+        }
     }
-    const bool had = playlists::WeekendRun(*source, state, weekend->anchor, /*allowAutodial=*/true,
-                                           IsCurrentWeekend(session, *weekend))
-                         .had;
-    if (!had && !session.Outside().Stopped()) {
-        session.Complain(util::Format(
-            source->offline ? "The playlists of the weekend of %s are not in the cache."
-                            : "Failed to download the playlists of the weekend of %s.",
-            LongDateText(DateOf(weekend->anchor))));
+    if (!source->offline || result.had) {
+        TellFailures(session, state.displayedWeekend, result, source->offline);
     }
-    return had;
+    return result.had;
 }
 
 }  // namespace ostrova::cli

@@ -32,19 +32,6 @@ bool IsWebAddress(std::string_view address) {
     return util::HasMarkerAt(address, 0, "http://") || util::HasMarkerAt(address, 0, "https://");
 }
 
-std::string Reason(const TransferResult& result) {
-    switch (result.status) {
-        case TransferStatus::NoConnection:
-            return "the server could not be reached";
-        case TransferStatus::BadStatus:
-            return util::Format("the server answered %d", result.httpStatus);
-        case TransferStatus::TooLarge:
-            return "the page is too large";
-        default:
-            return "the page did not arrive whole";
-    }
-}
-
 /// One run of `FetchArchive`.
 class Run {
 public:
@@ -141,7 +128,7 @@ private:
         if (seconds > LongestPauseSeconds || answer.task.attempt == MostAttempts) {
             if (answer.task.id < pages_.size()) {
                 ++progress_.asked;
-                Settle(answer.task.id, {ArchiveStatus::Failed, Reason(answer.result)});
+                Settle(answer.task.id, {ArchiveStatus::Failed, FailureReason(answer.result)});
             }
             const auto pause = feedback::FromMilliseconds(std::int64_t{1000} * seconds);
             End(ArchiveEnd::GivenUp,
@@ -165,7 +152,7 @@ private:
         const std::string path = CachePath(*source_.dataFolder, YearIndexCacheName(showTime));
         if (!answer.result.Ok()) {
             if (answer.result.contentBegan) std::remove(path.c_str());
-            CountFailure(answer.Missing(), Reason(answer.result));
+            CountFailure(answer.Missing(), FailureReason(answer.result));
             return;
         }
         failuresInARow_ = 0;
@@ -180,8 +167,8 @@ private:
             Settle(page, {ArchiveStatus::Missing, {}});
             CountFailure(/*harmless=*/true, {});
         } else if (!answer.result.Ok()) {
-            Settle(page, {ArchiveStatus::Failed, Reason(answer.result)});
-            CountFailure(/*harmless=*/false, Reason(answer.result));
+            Settle(page, {ArchiveStatus::Failed, FailureReason(answer.result)});
+            CountFailure(/*harmless=*/false, FailureReason(answer.result));
         } else if (!HoldsSongs(page, answer.body)) {
             Settle(page, {ArchiveStatus::Failed, "the page holds no song"});
             CountSongless();

@@ -39,7 +39,11 @@ RunResult WeekendRun(const PageSource& source, WeekendState& state, WeekendAncho
         const bool mayDial = allowAutodial && AllShows[i] == ShowSlot::ShowFriday;
         TransferResult transfer;
         const EpochSeconds showTime = ShowTimeOf(anchor, AllShows[i]);
-        if (LoadShow(source, state.playlists[i], showTime, mayDial, &transfer)) result.had = true;
+        if (LoadShow(source, state.playlists[i], showTime, mayDial, &transfer)) {
+            result.had = true;
+        } else {
+            result.failures[i] = transfer;
+        }
         result.reachedNetwork |= transfer.reachedNetwork;
         result.retryAfterSeconds = std::max(result.retryAfterSeconds, transfer.retryAfterSeconds);
     }
@@ -51,11 +55,13 @@ RunResult WeekendRun(const PageSource& source, WeekendState& state, WeekendAncho
 
 StartupResult StartupLoad(const PageSource& source, WeekendState& state, bool weekendOver) {
     StartupResult result;
-    result.found = WeekendRun(source, state, state.displayedWeekend.anchor, true, true).had;
+    result.run = WeekendRun(source, state, state.displayedWeekend.anchor, true, true);
+    result.found = result.run.had;
     if (!result.found && !weekendOver) {
         state.displayedWeekend = WeekendAt(state.displayedWeekend.anchor - SecondsPerWeek);
         result.steppedBack = true;
-        result.found = WeekendRun(source, state, state.displayedWeekend.anchor, false, true).had;
+        result.run = WeekendRun(source, state, state.displayedWeekend.anchor, false, true);
+        result.found = result.run.had;
     }
     if (!result.found) {
         source.tools.messages->ShowError(

@@ -2,7 +2,9 @@
 
 // Bringing one weekend's playlists into the program.
 
+#include <array>
 #include <functional>
+#include <optional>
 
 #include "playlists/guest.h"
 #include "playlists/page_address.h"
@@ -22,9 +24,10 @@ struct WeekendState {
 
 /// How a run ended.
 struct RunResult {
-    bool had = false;             // at least one of the three pages could be had
-    bool reachedNetwork = false;  // any request left the machine
-    int retryAfterSeconds = 0;    // the longest that a server asked for
+    bool had = false;  // at least one of the three pages could be had
+    std::array<std::optional<TransferResult>, 3> failures;  // of the shows that could not be had
+    bool reachedNetwork = false;                            // any request left the machine
+    int retryAfterSeconds = 0;                              // the longest that a server asked for
 };
 
 /// Loads one show into `playlist`. True when the page was had, even if it held no song; a page that
@@ -42,6 +45,7 @@ RunResult WeekendRun(const PageSource& source, WeekendState& state, WeekendAncho
 struct StartupResult {
     bool found = false;
     bool steppedBack = false;
+    RunResult run;  // the last one
 };
 
 /// The first load of an interactive start: the displayed weekend, or the one before when that is

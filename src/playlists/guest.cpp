@@ -1,6 +1,7 @@
 #include "playlists/guest.h"
 
 #include <cstdio>
+#include <optional>
 
 #include "playlists/calendar.h"
 #include "playlists/page_cache.h"
@@ -23,19 +24,26 @@ using GuestReader = GuestInfo (*)(std::string_view bytes, std::string_view pageA
                                   util::EpochSeconds saturday);
 
 /// Fetches a guest page and reads it; one that can't be read is reported. One that can't even be
-/// opened is removed, so that it is fetched again next time.
-GuestInfo FetchAndRead(const PageSource& source, GuestReader reader, const std::string& path,
-                       const std::string& address, const FetchOptions& options,
-                       EpochSeconds saturday) {
-    if (!FetchPage(source.tools, path, address, options)) return {};
+/// opened is removed, so that it is fetched again next time. Nothing when there is no page to read.
+std::optional<GuestInfo> FetchAndRead(const PageSource& source, GuestReader reader,
+                                      const std::string& path, const std::string& address,
+                                      const FetchOptions& options, EpochSeconds saturday) {
+    if (!FetchPage(source.tools, path, address, options)) return std::nullopt;
     util::FileContent page = util::ReadFile(path, PageLimit);
     if (!page.Ok()) {
         source.tools.messages->ShowError("Couldn't open '%s' for reading.", path);
         if (page.status == util::ReadStatus::CannotOpen) std::remove(path.c_str());
-        return {};
+        return std::nullopt;
     }
     util::ToTextMode(page.bytes);
     return reader(page.bytes, address, saturday);
+}
+
+/// Adds what the current page says to what the yearly page said without naming the guest.
+void AddTo(GuestInfo& guest, const GuestInfo& current) {
+    if (current.text) guest.text = current.text;
+    if (current.link) guest.link = current.link;
+    guest.bothNights |= current.bothNights;
 }
 
 }  // namespace
@@ -50,30 +58,30 @@ std::string GuestYearAddress(const std::string& siteHost, int year) {
 bool LoadGuestInfo(const PageSource& source, GuestState& guest, WeekendAnchor anchor, bool isLatest,
                    bool cacheOnly) {
     guest.shown = {};
+    guest.pageHad = true;
     if (isLatest && !util::IsBlank(guest.latest.text)) {
         guest.shown = guest.latest;
         return true;
     }
     const EpochSeconds saturday = anchor + SecondsPerDay;
     const int year = util::LocalTime(saturday).tm_year + TmYearBase;
-    const FetchOptions yearOptions{.allowAutodial = true,  // guest fetches may always dial
-                                   .force = isLatest,
-                                   .cacheOnly = cacheOnly || source.offline,
-                                   .interactive = source.interactive};
-    guest.shown = FetchAndRead(source, ReadGuestYearPage,
-                               CachePath(*source.dataFolder, util::Format("%d.htm", year)),
-                               GuestYearAddress(source.siteHost, year), yearOptions, saturday);
+    FetchOptions options{.allowAutodial = true,  // guest fetches may always dial
+                         .force = isLatest,
+                         .cacheOnly = cacheOnly || source.offline,
+                         .interactive = source.interactive};
+    const auto yearly = FetchAndRead(source, ReadGuestYearPage,
+                                     CachePath(*source.dataFolder, util::Format("%d.htm", year)),
+                                     GuestYearAddress(source.siteHost, year), options, saturday);
+    guest.shown = yearly.value_or(GuestInfo{});
+    guest.pageHad = yearly.has_value();
     if (isLatest) {
         if (util::IsBlank(guest.shown.text)) {
-            FetchOptions currentOptions = yearOptions;
-            currentOptions.force = true;
-            const GuestInfo current = FetchAndRead(source, ReadCurrentGuestPage, CurrentGuestFile,
-                                                   source.siteHost + "/vantra/guest/default.htm",
-                                                   currentOptions, saturday);
-            // It adds to what the yearly page said without naming the guest.
-            if (current.text) guest.shown.text = current.text;
-            if (current.link) guest.shown.link = current.link;
-            guest.shown.bothNights |= current.bothNights;
+            options.force = true;
+            const auto current =
+                FetchAndRead(source, ReadCurrentGuestPage, CurrentGuestFile,
+                             source.siteHost + "/vantra/guest/default.htm", options, saturday);
+            guest.pageHad |= current.has_value();
+            if (current) AddTo(guest.shown, *current);
         }
         if (!util::IsBlank(guest.shown.text)) guest.latest = guest.shown;
     }

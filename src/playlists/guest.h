@@ -12,6 +12,7 @@ namespace ostrova::playlists {
 struct GuestState {
     GuestInfo shown;
     GuestInfo latest;
+    bool pageHad = false;  // the last look-up had a page to look into
 };
 
 /// Address of the yearly guest page of `year`.

@@ -183,6 +183,21 @@ TransferResult CopyLocal(const TransferTools& tools, const Download& download) {
 
 }  // namespace
 
+std::string FailureReason(const TransferResult& failed) {
+    switch (failed.status) {
+        case TransferStatus::NoConnection:
+            return "the server could not be reached";
+        case TransferStatus::BadStatus:
+            return util::Format("the server answered %d", failed.httpStatus);
+        case TransferStatus::TooLarge:
+            return "the page is too large";
+        case TransferStatus::CannotWrite:
+            return "the page could not be written: " + failed.writeError;
+        default:
+            return "the page did not arrive whole";
+    }
+}
+
 TransferResult DownloadBytes(const TransferTools& tools, const Download& download,
                              std::string& bytes) {
     return Fetch(tools, download, bytes).Run();
@@ -201,7 +216,9 @@ TransferResult DownloadToFile(const TransferTools& tools, const Download& downlo
         if (result.contentBegan) RemoveFile(download.localPath);
         return result;
     }
-    if (!platform::WriteWholeFile(download.localPath, bytes).ok) {
+    const platform::WriteResult written = platform::WriteWholeFile(download.localPath, bytes);
+    if (!written.ok) {
+        result.writeError = written.detail;
         if (download.reportErrors == ReportErrors::Yes) {
             tools.messages->ShowError("%s\n\nCouldn't open %s for writing", download.message,
                                       download.localPath);

@@ -56,9 +56,13 @@ struct TransferResult {
     int retryAfterSeconds = 0;    // asked for by a 429 or 503
     bool contentBegan = false;    // failed when the file's content was on its way already
     bool wasLocal = false;        // a path was copied; its failure has been told in any case
+    std::string writeError;       // the system's words after CannotWrite
 
     [[nodiscard]] bool Ok() const { return status == TransferStatus::Done; }
 };
+
+/// Why a transfer failed, in half a sentence for a user: "the server answered 503".
+[[nodiscard]] std::string FailureReason(const TransferResult& failed);
 
 struct Download {
     std::string localPath;

@@ -67,6 +67,8 @@ public:
     bool windowIsOpen = false;
     bool songsMatch = true;
     std::int32_t whenToOpen = OpenAlways;
+    std::optional<playlists::TransferResult> failure;  // of a run that had nothing
+    std::string log;                                   // the last line
     int waits = 0;
 
 private:
@@ -89,14 +91,16 @@ private:
                 [this](WeekendAnchor anchor) {
                     events_.push_back(TimeOf(clock_.Now()) + " " + DateOf(anchor));
                     const bool had = isOnline && isOut(anchor, clock_.Now());
-                    return playlists::RunResult{.had = had, .reachedNetwork = isOnline};
+                    playlists::RunResult result{.had = had, .reachedNetwork = isOnline};
+                    if (!had) result.failures.front() = failure;
+                    return result;
                 },
             .fridayPageIsCached = [this](WeekendAnchor) { return pagesWereCached; },
             .readWhenToOpen = [this] { return whenToOpen; },
             .windowIsOpen = [this] { return windowIsOpen; },
             .anySongMatches = [this] { return songsMatch; },
             .relaunch = [this] { events_.back() += " open"; },
-            .log = [](const std::string&) {},
+            .log = [this](const std::string& line) { log = line; },
             .beforeWait = [] {},
         };
     }
@@ -147,6 +151,32 @@ TEST(BackgroundLoop, ADayThatDoesNotExistStopsNothing) {
 class BackgroundLoopTest : public ::testing::Test {
     TimeZone zone_{"Europe/Berlin"};
 };
+
+TEST_F(BackgroundLoopTest, LogsWhatReallyKeepsAWeekendAway) {
+    using playlists::TransferResult;
+    using playlists::TransferStatus;
+    struct Case {
+        bool isOnline;
+        std::optional<TransferResult> failure;
+        const char* reason;
+    };
+    for (const Case& c : std::initializer_list<Case>{
+             {true, std::nullopt, "not out yet"},
+             {false, std::nullopt, "no connection"},
+             {true,
+              TransferResult{.status = TransferStatus::CannotWrite, .writeError = "No space left"},
+              "the page could not be written: No space left"},
+         }) {
+        World world("2027-01-08 12:00:00");
+        world.isOut = [](WeekendAnchor, util::EpochSeconds) { return false; };
+        world.isOnline = c.isOnline;
+        world.failure = c.failure;
+        world.RunUntil("2027-01-08 13:05:00");
+        EXPECT_TRUE(world.log.starts_with("2027-01-08 13:0") &&
+                    world.log.find(std::string(": ") + c.reason + ", next") != std::string::npos)
+            << world.log;
+    }
+}
 
 TEST_F(BackgroundLoopTest, RetriesUntilTheWeekendComesAndKeepsTheMinute) {
     World world("2026-11-27 09:00:00");

@@ -90,12 +90,50 @@ TEST_F(WeekendTest, FallsBackOneWeekAndSaysWhenNothingCanBeHad) {
     const CliResult nothing = Run({"results", "2006-02-25"});
     EXPECT_EQ(nothing.status, Trouble);
     EXPECT_EQ(nothing.out, "");
-    EXPECT_EQ(
-        nothing.err,
-        "ostrova-cli: Failed to download the playlists of the weekend of 24 February 2006.\n");
+    EXPECT_EQ(nothing.err,
+              "ostrova-cli: Failed to download the playlists of the weekend of 24 February 2006.\n"
+              "ostrova-cli: Friday night, 24 February 2006: the site has no such page.\n"
+              "ostrova-cli: Saturday morning, 25 February 2006: the site has no such page.\n"
+              "ostrova-cli: Saturday night, 25 February 2006: the site has no such page.\n");
     clock_.SetWallClock(1142600400);  // a week later: neither is there
     EXPECT_THAT(Run({"results"}).err,
                 HasSubstr("Failed to download Vantra playlists.\n\nMake sure"));
+}
+
+TEST_F(WeekendTest, TellsWhichShowsAreMissingFromTheResults) {
+    PutWeekend();
+    const auto night = "/vantra/playlist/archive/2006/20060304.htm";
+    const auto show = [&](int status, std::initializer_list<const char*> options = {}) {
+        site_.Put(night, testing::CannedSite::Answer{.status = status});
+        std::vector<std::string> arguments = {"results", "2006-03-03"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return Run(arguments);
+    };
+    const CliResult broken = show(500);
+    EXPECT_EQ(broken.status, Trouble);
+    EXPECT_THAT(broken.out, HasSubstr("Yesterday"));
+    EXPECT_EQ(broken.err,
+              "ostrova-cli: Saturday morning, 4 March 2006: the server answered 500.\n"
+              "ostrova-cli: Saturday night, 4 March 2006: the server answered 500.\n");
+    const CliResult absent = show(404);  // it happens that a show has no page: no trouble
+    EXPECT_EQ(absent.status, Found);
+    EXPECT_THAT(absent.err, EndsWith("Saturday night, 4 March 2006: the site has no such page.\n"));
+    const CliResult offline = show(404, {"--offline"});
+    EXPECT_EQ(offline.status, Found);
+    EXPECT_THAT(offline.err, EndsWith("Saturday night, 4 March 2006: not in the cache.\n"));
+
+    folder_.Write("other/Cache", "");  // nothing can be kept here
+    const CliResult unkept = Run({"results", "2006-03-03", "--data-folder", folder_.Path("other")});
+    EXPECT_EQ(unkept.status, Trouble);
+    EXPECT_THAT(unkept.err, HasSubstr("the page could not be written: Not a directory."));
+}
+
+TEST_F(WeekendTest, FetchesNothingForAWeekendToCome) {
+    // The pages of the current shows would be kept under the names of that weekend.
+    const CliResult result = Run({"results", "2031-01-01"});
+    EXPECT_EQ(result.status, Trouble);
+    EXPECT_THAT(result.err, HasSubstr("The weekend of 27 December 2030 has not begun"));
+    EXPECT_EQ(site_.Asked(), Asked{});
 }
 
 TEST_F(WeekendTest, ReadsTheGuestFromSiteOrFile) {
@@ -113,6 +151,9 @@ TEST_F(WeekendTest, ReadsTheGuestFromSiteOrFile) {
         Run({"guest", "2006-04-01", "--json", "--year-page", file, "--address", address});
     EXPECT_EQ(none.status, NothingFound);
     EXPECT_EQ(none.out, "{\"text\":null,\"link\":null,\"bothNights\":false}\n");
+    EXPECT_EQ(Run({"guest", "2005-03-04"}).err,
+              "ostrova-cli: Failed to download that weekend's guest page.\n");
+    EXPECT_EQ(Run({"guest", "2005-03-04", "--offline"}).status, Trouble);
 }
 
 TEST_F(WeekendTest, SearchesTheWholeCacheInOrder) {
@@ -133,6 +174,11 @@ TEST_F(WeekendTest, SearchesTheWholeCacheInOrder) {
               "  11:30pm  Help  Beatles\n");
     EXPECT_EQ(Run({"search", "--title", "help", "--artist", "x"}).status, NothingFound);
     EXPECT_EQ(Run({"search", "--title", "help", "--from", "2006-03-05"}).status, NothingFound);
+    folder_.Write("other/Cache", "");  // no folder
+    const CliResult unreadable =
+        Run({"search", "--title", "help", "--data-folder", folder_.Path("other")});
+    EXPECT_EQ(unreadable.status, Trouble);
+    EXPECT_THAT(unreadable.err, EndsWith("/other': Not a directory\n"));
     const CliResult noList = Run({"search"});
     EXPECT_EQ(noList.status, NothingFound);
     EXPECT_THAT(noList.err, HasSubstr("is empty"));
