@@ -5,6 +5,7 @@
 
 #include "app/version.h"
 #include "platform/user_folders.h"
+#include "util/code_page.h"
 #include "util/files.h"
 #include "util/path.h"
 #include "util/text.h"
@@ -29,8 +30,22 @@ void ReadBool(const platform::SettingsStore& store, std::string_view name, bool&
 
 /// A relative folder would lie wherever the program happens to stand.
 bool IsUsableFolder(const std::string& folder) {
-    return !util::IsBlank(folder) &&
-           std::filesystem::path(folder).is_absolute() && util::FolderExists(folder);
+    return !util::IsBlank(folder) && std::filesystem::path(folder).is_absolute() &&
+           util::FolderExists(folder);
+}
+
+/// A path is the host's bytes, UTF-8 as a rule; a stored text is code page 1252. So that people can
+/// read and write the path in the file, it is stored as the text that it spells, where the page has
+/// all of its letters, and byte by byte otherwise.
+std::string PathAsText(const std::string& path) {
+    std::string text = util::FromUtf8(path);
+    return util::ToUtf8(text) == path ? text : path;
+}
+
+/// The folder that a stored text names, whichever way it was stored.
+std::string FolderFromText(const std::string& text) {
+    std::string folder = util::ToUtf8(text);
+    return IsUsableFolder(folder) ? folder : text;
 }
 
 /// The middle `length` of the span from `low` to `high`, less where the margins ask for it.
@@ -74,7 +89,7 @@ bool LoadSettings(const SettingsPlace& place, Settings& settings) {
     ReadBool(store, "CheckForUpgrades", settings.checkForUpgrades);
     ReadNumber(store, "LastCheckDay", settings.lastCheckDay);
     ReadNumber(store, "WhenToOpen", settings.whenToOpen);
-    settings.folder = store.ReadText(Section, "Folder").value_or("");
+    settings.folder = FolderFromText(store.ReadText(Section, "Folder").value_or(""));
     if (!IsUsableFolder(settings.folder)) settings.folder = DefaultFolder(place.programPath);
     settings.windowRect = DefaultWindowRect(place.desktop);
     ReadNumber(store, "WindowPosLeft", settings.windowRect.left);
@@ -94,7 +109,7 @@ bool SaveSettings(platform::SettingsStore& store, const Settings& settings) {
         {section, "CheckForUpgrades", std::int32_t{settings.checkForUpgrades}},
         {section, "LastCheckDay", settings.lastCheckDay},
         {section, "WhenToOpen", settings.whenToOpen},
-        {section, "Folder", settings.folder},
+        {section, "Folder", PathAsText(settings.folder)},
         {section, "WindowPosLeft", settings.windowRect.left},
         {section, "WindowPosTop", settings.windowRect.top},
         {section, "WindowPosRight", settings.windowRect.right},

@@ -85,6 +85,25 @@ TEST_F(SettingsTest, AFolderThatCannotBeUsedIsReplaced) {
     EXPECT_EQ(Loaded().folder, home_.Path());
 }
 
+TEST_F(SettingsTest, AFolderIsStoredAsTheTextThatItSpells) {
+    struct Case {
+        const char* name;  // the host's bytes
+        const char* text;
+    };
+    for (const Case& c : std::initializer_list<Case>{
+             {"f\u00E9", "f\xE9"},
+             {"\u6771\u4EAC", "\u6771\u4EAC"},  // letters that no text of ours has
+             {"f\xE9", "f\xE9"},                // no UTF-8 at all
+         }) {
+        std::filesystem::create_directory(home_.Path(c.name));
+        const Settings settings{.folder = home_.Path(c.name)};
+        EXPECT_TRUE(SaveSettings(store_, settings));
+        EXPECT_EQ(store_.ReadText("Settings", "Folder"), home_.Path(c.text));
+        EXPECT_EQ(Loaded().folder, home_.Path(c.name));
+        std::filesystem::remove(home_.Path(c.name));
+    }
+}
+
 TEST_F(SettingsTest, AStoreThatCannotBeReadKeepsWhatIsHeldAndIsNotWritten) {
     store_.readable = false;
     Settings settings{.lastCheckDay = 5, .folder = home_.Path(), .isMaximised = true};
