@@ -75,12 +75,12 @@ protected:
         return page;
     }
 
-    int Fetch(const char* to) {
+    int Fetch(const char* to, const char* jobs = "2") {
         requests_ = 0;
         pid_ = 0;
         const std::string null = "/dev/null";
         pid_ = Start({"fetch", "--data-folder", folder_.Path(), "--site-host", server_.Address(),
-                      "--from", "2006-01-01", "--to", to, "--jobs", "2"},
+                      "--from", "2006-01-01", "--to", to, "--jobs", jobs},
                      [&](posix_spawn_file_actions_t& actions) {
                          posix_spawn_file_actions_addopen(&actions, 1, null.c_str(), O_WRONLY, 0);
                          posix_spawn_file_actions_addopen(&actions, 2, null.c_str(), O_WRONLY, 0);
@@ -141,8 +141,15 @@ TEST_F(ProcessTest, ASignalInMidPageEndsItAndLeavesNothingPartial) {
     }
 }
 
+TEST_F(ProcessTest, AJobAsksForEverythingOverOneConnection) {
+    EXPECT_EQ(Fetch("2006-02-25", "1"), 0);
+    EXPECT_EQ(requests_, 24);
+    EXPECT_EQ(server_.Connections(), 1);
+}
+
 TEST_F(ProcessTest, AKillAtAnyMomentLeavesOnlyWholePagesAndTheNextRunGoesOn) {
     std::size_t had = 0;
+    const std::string list = folder_.Write("SearchList.txt", "\"Mine\"\t\"\"\r\n");
     for (int round = 0; round < 24; ++round) {
         SCOPED_TRACE(round);
         // Early ones are killed while pages arrive, later ones while the last batch is written.
@@ -163,6 +170,7 @@ TEST_F(ProcessTest, AKillAtAnyMomentLeavesOnlyWholePagesAndTheNextRunGoesOn) {
     EXPECT_EQ(requests_, 24 - static_cast<int>(had));
     EXPECT_EQ(Fetch("2006-02-25"), 0);
     EXPECT_EQ(requests_, 0);
+    EXPECT_EQ(FileBytes(list), "\"Mine\"\t\"\"\r\n");
 }
 
 }  // namespace
