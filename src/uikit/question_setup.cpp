@@ -69,8 +69,7 @@ void QuestionDialog::SetUp(const Question& question, LinkOpener& links) {
     place.moveTop(place.top() - icon->height());
     const int iconHeight = Has(QB_NO_ICON) ? 0 : icon->height();
     ShowIcon(*icon, flags_);
-    if (!util::IsBlank(question.title))
-        setWindowTitle(PlainWindowTitle(ToQString(question.title)));
+    if (!util::IsBlank(question.title)) setWindowTitle(PlainWindowTitle(ToQString(question.title)));
 
     QSize content(0, 0);
     if (util::IsBlank(question.text)) {
