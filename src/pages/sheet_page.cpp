@@ -1,0 +1,47 @@
+#include "pages/sheet_page.h"
+
+#include <QKeyEvent>
+#include <QPushButton>
+
+#include "uikit/dialog_builder.h"
+
+namespace ostrova::pages {
+namespace {
+
+constexpr int ExitButton = 2;
+
+}  // namespace
+
+SheetPage::SheetPage(const QString& title, QWidget* parent) : QWidget(parent), title_(title) {}
+
+void SheetPage::Create() {
+    if (isCreated_) return;
+    const QSize given = size();
+    Initialise();
+    // Enter is for the control that has the focus, never for a button of the page.
+    for (QPushButton* button : findChildren<QPushButton*>()) button->setAutoDefault(false);
+    isCreated_ = true;
+    // The controls stand as the template has them; from there they follow the page's own size.
+    resize(given);
+    layout_.Relayout();
+}
+
+void SheetPage::ConnectExit() {
+    auto* exit = uikit::ControlAs<QPushButton>(*this, ExitButton);
+    connect(exit, &QPushButton::clicked, this, &SheetPage::exitRequested);
+}
+
+void SheetPage::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    if (isCreated_) layout_.Relayout();
+}
+
+void SheetPage::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && event->modifiers() == Qt::NoModifier) {
+        emit exitRequested();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+}  // namespace ostrova::pages
