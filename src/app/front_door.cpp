@@ -25,6 +25,7 @@ namespace ostrova::app {
 namespace {
 
 constexpr int Trouble = 2;
+constexpr const char* FrontDoorProgram = "ostrova";
 constexpr const char* WindowProgram = "ostrova-window";
 
 constexpr std::string_view HelpText =
@@ -115,6 +116,13 @@ int OpenWindow(const std::vector<std::string>& words) {
 }
 
 }  // namespace
+
+std::string FrontDoorPath() {
+    const std::string beside =
+        std::string(util::FolderPart(platform::ProgramPath())) + FrontDoorProgram;
+    if (util::PathExists(beside)) return beside;
+    return util::JoinPath(OSTROVA_BINDIR, FrontDoorProgram);
+}
 
 int FrontDoor(const std::vector<std::string>& words) {
     platform::IgnoreFatalWriteSignals();

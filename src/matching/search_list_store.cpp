@@ -188,6 +188,18 @@ bool SaveSearchList(const SearchListPlaces& places, const SearchListRows& rows,
     return SaveWhereTheUserSays(writer, usual, *places.folder, messages);
 }
 
+std::string SaveListAside(const SearchListRows& rows, std::span<const std::string> folders) {
+    const std::string bytes = BytesOfRows(rows);
+    for (const std::string& folder : folders) {
+        std::string path = util::JoinPath(folder, "SearchList (not saved).txt");
+        for (int number = 2; util::PathExists(path); ++number) {
+            path = util::JoinPath(folder, util::Format("SearchList (not saved) (%d).txt", number));
+        }
+        if (!folder.empty() && platform::WriteWholeFile(path, bytes).ok) return path;
+    }
+    return {};
+}
+
 bool AddSearchEntry(SearchListRows& rows, const SearchEntry& entry, feedback::Messages& messages) {
     const std::string_view song = entry.song;
     const std::string_view artist = entry.artist;
