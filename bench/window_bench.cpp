@@ -4,19 +4,13 @@
 #include <QElapsedTimer>
 #include <algorithm>
 #include <cstdio>
-#include <iostream>
-#include <memory>
+#include <vector>
 
-#include "app/application.h"
-#include "app/silent_presenter.h"
 #include "playlists/page_cache.h"
 #include "tests/support/canned_site.h"
-#include "tests/support/environment.h"
-#include "tests/support/memory_store.h"
-#include "tests/support/temp_folder.h"
+#include "tests/window/window_user.h"
 #include "uikit/new_list_ctrl.h"
 #include "util/format.h"
-#include "window/main_dialog.h"
 
 namespace ostrova::bench {
 namespace {
@@ -26,73 +20,32 @@ constexpr int SongsPerShow = 80;
 constexpr int Favourites = 1000;
 constexpr int Pages = 6;
 
-class HandTimer final : public window::DueTimer {
-public:
-    void Arm(util::EpochSeconds /*due*/) override {}
-    void Disarm() override {}
-};
+using testing::WindowUser;
 
-/// A user with a weekend of 240 songs in the cache and 1,000 favourites.
-class User {
-public:
-    User() : messages_(silence_) {
-        const auto weekend = playlists::CurrentWeekend(clock_.Now()).weekend;
-        for (const playlists::ShowSlot slot : playlists::AllShows) {
-            std::string page;
-            for (int i = 0; i < SongsPerShow; ++i) {
-                page += util::Format("<td>11:%02dpm</td><td>Song %d - Artist %d featuring A</td>\n",
-                                     i % 60, i, i);
-            }
-            home_.Write("Ostrova/Cache/" + playlists::ShowCacheName(weekend.ShowTime(slot)), page);
+/// Fills the user's home with a weekend of 240 songs and 1,000 favourites.
+void Furnish(WindowUser& user) {
+    const auto weekend = playlists::CurrentWeekend(user.clock.Now()).weekend;
+    for (const playlists::ShowSlot slot : playlists::AllShows) {
+        std::string page;
+        for (int i = 0; i < SongsPerShow; ++i) {
+            page += util::Format("<td>11:%02dpm</td><td>Song %d - Artist %d featuring A</td>\n",
+                                 i % 60, i, i);
         }
-        std::string list;
-        for (int i = 0; i < Favourites; ++i) {
-            list += util::Format("\"Favourite %d\"\t\"Artist %d\"\r\n", i, i * 3);
-        }
-        home_.Write("Ostrova/SearchList.txt", list);
-        store_.values[{"Settings", "CheckForUpgrades"}] = 0;
+        user.home.Write("Ostrova/Cache/" + playlists::ShowCacheName(weekend.ShowTime(slot)), page);
     }
-
-    std::unique_ptr<window::MainDialog> Open() {
-        app::ApplicationParts parts;
-        parts.clock = &clock_;
-        parts.messages = &messages_;
-        parts.settingsStore = &store_;
-        parts.makeHttp = [this] { return site_.Client(); };
-        parts.programPath = home_.Path("program");
-        parts.hosts = {testing::CannedSite::Host, testing::CannedSite::Host};
-        parts.errors = &std::cerr;
-        application_ = std::make_unique<app::Application>(std::move(parts));
-        application_->Start({});
-        application_->LoadFirstWeekend();
-        auto dialog = std::make_unique<window::MainDialog>(
-            window::MainWorld{.application = application_.get(),
-                              .messages = &messages_,
-                              .clock = &clock_,
-                              .timer = &timer_,
-                              .cancel = &cancel_,
-                              .closeBoxes = [] {},
-                              .settingsFolder = home_.Path(),
-                              .errors = &std::cerr});
-        dialog->OnInitDialog();
-        dialog->resize(600, 500);
-        dialog->show();
-        QCoreApplication::processEvents();
-        return dialog;
+    std::string list;
+    for (int i = 0; i < Favourites; ++i) {
+        list += util::Format("\"Favourite %d\"\t\"Artist %d\"\r\n", i, i * 3);
     }
+    user.WriteList(list);
+}
 
-private:
-    testing::TempFolder home_;
-    testing::EnvironmentVariable data_{"XDG_DATA_HOME", home_.Path()};
-    platform::SystemClock clock_;
-    app::SilentPresenter silence_;
-    feedback::Messages messages_;
-    testing::MemoryStore store_;
-    testing::CannedSite site_;
-    std::atomic<bool> cancel_ = false;
-    HandTimer timer_;
-    std::unique_ptr<app::Application> application_;
-};
+window::MainDialog& Open(WindowUser& user) {
+    window::MainDialog& dialog = user.Open();
+    dialog.resize(600, 500);
+    QCoreApplication::processEvents();
+    return dialog;
+}
 
 double Median(std::vector<double> values) {
     std::nth_element(values.begin(), values.begin() + values.size() / 2, values.end());
@@ -113,18 +66,18 @@ void SwitchTo(window::MainDialog& dialog, int page) {
     dialog.Sheet().currentWidget()->repaint();
 }
 
-void MeasureAdding(User& user) {
-    const auto dialog = user.Open();
-    for (int page = 0; page < Pages; ++page) SwitchTo(*dialog, page);
-    SwitchTo(*dialog, 2);
+void MeasureAdding(WindowUser& user) {
+    window::MainDialog& dialog = Open(user);
+    for (int page = 0; page < Pages; ++page) SwitchTo(dialog, page);
+    SwitchTo(dialog, 2);
     std::vector<double> times;
     for (int round = 0; round < Rounds; ++round) {
         times.push_back(Milliseconds([&] {
             const std::string title = util::Format("Added %d", round);
-            emit qobject_cast<pages::SongListPage*>(dialog->Sheet().PageAt(2))
+            emit qobject_cast<pages::SongListPage*>(dialog.Sheet().PageAt(2))
                 ->addRequested({title, "Somebody"});
             for (int page = 1; page <= 4; ++page) {
-                dialog->Sheet().PageAt(page)->findChild<uikit::NewListCtrl*>()->viewport()->grab();
+                dialog.Sheet().PageAt(page)->findChild<uikit::NewListCtrl*>()->viewport()->grab();
             }
         }));
     }
@@ -132,16 +85,16 @@ void MeasureAdding(User& user) {
                 Favourites, Median(times));
 }
 
-void MeasureSwitching(User& user) {
+void MeasureSwitching(WindowUser& user) {
     std::vector<std::vector<double>> first(Pages);
     std::vector<std::vector<double>> later(Pages);
     for (int round = 0; round < Rounds; ++round) {
-        const auto dialog = user.Open();
+        window::MainDialog& dialog = Open(user);
         for (const int page : {2, 3, 4, 5, 0, 1}) {
-            first[page].push_back(Milliseconds([&] { SwitchTo(*dialog, page); }));
+            first[page].push_back(Milliseconds([&] { SwitchTo(dialog, page); }));
         }
         for (const int page : {2, 3, 4, 5, 0, 1}) {
-            later[page].push_back(Milliseconds([&] { SwitchTo(*dialog, page); }));
+            later[page].push_back(Milliseconds([&] { SwitchTo(dialog, page); }));
         }
     }
     double worstFirst = 0;
@@ -161,7 +114,9 @@ void MeasureSwitching(User& user) {
 
 int main(int argc, char** argv) {
     const QApplication application(argc, argv);
-    ostrova::bench::User user;
+    ostrova::testing::CannedSite site;
+    ostrova::testing::WindowUser user([&site] { return site.Client(); });
+    ostrova::bench::Furnish(user);
     ostrova::bench::MeasureAdding(user);
     ostrova::bench::MeasureSwitching(user);
 }
