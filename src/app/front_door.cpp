@@ -98,9 +98,10 @@ void ListenForSignals() {
 
 /// Becomes the program with the window; returns only when there is none.
 int OpenWindow(const std::vector<std::string>& words) {
-    const std::string beside =
-        std::string(util::FolderPart(platform::ProgramPath())) + WindowProgram;
-    const std::string installed = util::JoinPath(OSTROVA_LIBEXEC, WindowProgram);
+    const std::string program = platform::ProgramPath();
+    const std::string folder(util::FolderPart(program));
+    const std::string beside = folder + WindowProgram;
+    const std::string installed = util::JoinPath(folder + OSTROVA_LIBEXEC, WindowProgram);
     for (const std::string& path : {beside, installed}) {
         if (!util::PathExists(path)) continue;
         platform::ReplaceProcess(path, words);

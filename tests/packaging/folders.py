@@ -13,7 +13,7 @@ if shutil.which("strace") is None:
     print("skipped: no strace here")
     sys.exit(77)
 
-CLI = pathlib.Path(sys.argv[1]) / "bin/ostrova-cli"
+CLI = pathlib.Path(sys.argv[1]).resolve() / "bin/ostrova-cli"
 CHANGING = ("open,openat,creat,mkdir,mkdirat,rename,renameat,renameat2,link,linkat,symlink,symlinkat,"
             "unlink,unlinkat,rmdir,truncate,mknod,mknodat,chmod,fchmodat,utimensat")
 NAMES = ["HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_STATE_HOME",

@@ -60,6 +60,15 @@ bash | zsh | fish)
     esac
     for file in "$place/share/$folder"/*; do $what $look "$file" 2>&1 | silence; done
     ;;
+moved) # the tree finds its own window wherever it lies
+    tree=$(mktemp -d)
+    trap 'rm -rf "$tree"' EXIT
+    mkdir -p "$tree/bin" "$tree/libexec/ostrova"
+    cp "$place/bin/ostrova" "$tree/bin/"
+    printf '#!/bin/sh\necho window "$@"\n' >"$tree/libexec/ostrova/ostrova-window"
+    chmod +x "$tree/libexec/ostrova/ostrova-window"
+    [ "$(HOME=$tree "$tree/bin/ostrova" word)" = "window word" ]
+    ;;
 hardening)
     need readelf
     for program in "$place"/bin/* $(find "$place/libexec" -type f 2>/dev/null); do
