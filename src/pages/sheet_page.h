@@ -41,8 +41,15 @@ protected:
 
     [[nodiscard]] uikit::DialogLayout& Layout() { return layout_; }
 
+    /// Called each time the controls have followed the page's size: mends what is too narrow for
+    /// the template, KeepRowApart for instance. At ordinary sizes nothing may be left to do.
+    virtual void AfterRelayout() {}
+
     /// Connects the page's Exit button, the control with id 2.
     void ConnectExit();
+
+    /// Lays the controls out anew, in a created page. The page does it itself when it is resized.
+    void Relayout();
 
     void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
