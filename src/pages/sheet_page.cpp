@@ -23,7 +23,7 @@ void SheetPage::Create() {
     isCreated_ = true;
     // The controls stand as the template has them; from there they follow the page's own size.
     resize(given);
-    layout_.Relayout();
+    Relayout();
 }
 
 void SheetPage::ConnectExit() {
@@ -33,7 +33,12 @@ void SheetPage::ConnectExit() {
 
 void SheetPage::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    if (isCreated_) layout_.Relayout();
+    if (isCreated_) Relayout();
+}
+
+void SheetPage::Relayout() {
+    layout_.Relayout();
+    AfterRelayout();
 }
 
 void SheetPage::keyPressEvent(QKeyEvent* event) {

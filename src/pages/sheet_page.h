@@ -41,6 +41,10 @@ protected:
 
     [[nodiscard]] uikit::DialogLayout& Layout() { return layout_; }
 
+    /// Called each time the controls have followed the page's size: mends what is too narrow for
+    /// the template, KeepRowApart for instance. At ordinary sizes nothing may be left to do.
+    virtual void AfterRelayout() {}
+
     /// Connects the page's Exit button, the control with id 2.
     void ConnectExit();
 
@@ -48,6 +52,8 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void Relayout();
+
     QString title_;
     uikit::DialogLayout layout_;
     bool isCreated_ = false;
