@@ -48,12 +48,13 @@ protected:
     /// Connects the page's Exit button, the control with id 2.
     void ConnectExit();
 
+    /// Lays the controls out anew, in a created page. The page does it itself when it is resized.
+    void Relayout();
+
     void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void Relayout();
-
     QString title_;
     uikit::DialogLayout layout_;
     bool isCreated_ = false;
