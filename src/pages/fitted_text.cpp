@@ -2,7 +2,10 @@
 
 #include <QFontMetrics>
 #include <QStyle>
+#include <QTextDocument>
 #include <QVariant>
+#include <cmath>
+#include <memory>
 
 #include "uikit/plain_text.h"
 
@@ -74,6 +77,13 @@ QSize WrapText(QAbstractButton& button, int width) {
     const QString wrapped = lines.join(QLatin1Char('\n'));
     if (wrapped != whole) button.setText(wrapped);
     return button.sizeHint();
+}
+
+QSize TextSize(const QTextEdit& view, int width) {
+    const std::unique_ptr<QTextDocument> copy(view.document()->clone());
+    copy->setTextWidth(width);
+    return {static_cast<int>(std::ceil(copy->idealWidth())),
+            static_cast<int>(std::ceil(copy->size().height()))};
 }
 
 }  // namespace ostrova::pages

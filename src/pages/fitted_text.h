@@ -1,10 +1,11 @@
 #pragma once
 
-// Texts of buttons in places that are narrower than their template's. What a button shows when it
-// is first fitted is its whole text from then on.
+// Texts in places that are narrower than their template's. What a button shows when it is first
+// fitted is its whole text from then on.
 
 #include <QAbstractButton>
 #include <QPushButton>
+#include <QTextEdit>
 
 namespace ostrova::pages {
 
@@ -19,5 +20,9 @@ void ElideText(QPushButton& button);
 /// Breaks the text of a check box or a radio button into lines that fit `width`, which is the whole
 /// control's; breaks of its own stay where there is room. The size that it then needs.
 QSize WrapText(QAbstractButton& button, int width);
+
+/// The size of a view's text with its lines broken at `width`, or not at all when that is -1. The
+/// view may be hidden and of any size.
+[[nodiscard]] QSize TextSize(const QTextEdit& view, int width);
 
 }  // namespace ostrova::pages

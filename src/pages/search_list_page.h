@@ -3,15 +3,25 @@
 // The page on which the user keeps the search list. Its rows are the working copy of the list for
 // the whole program.
 
+#include <memory>
 #include <optional>
 
 #include "feedback/messages.h"
 #include "matching/search_list.h"
 #include "matching/search_list_store.h"
 #include "pages/sheet_page.h"
+#include "uikit/cell_notice.h"
+
+class QLineEdit;
+
+namespace ostrova::uikit {
+class NewListCtrl;
+}
 
 namespace ostrova::pages {
 
+/// Enter in one of the edit boxes adds, Delete on the list removes; nowhere does Enter press a
+/// button.
 class SearchListPage final : public SheetPage {
     Q_OBJECT
 
@@ -33,6 +43,30 @@ signals:
 
 protected:
     void Initialise() override;
+    void AfterRelayout() override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void MakeList();
+    void WriteNotes();
+    void ConnectControls();
+    void AnchorControls();
+
+    void OnAdd();
+    void OnRemove();
+    void OnEndLabelEdit(const uikit::CellNotice& notice);
+
+    [[nodiscard]] int LeastListHeight() const;
+    int FitNotes();
+
+    matching::SearchListPlaces places_;
+    feedback::Messages* messages_;
+    uikit::NewListCtrl* list_ = nullptr;  // these three: owned by the page as its children
+    QLineEdit* song_ = nullptr;
+    QLineEdit* artist_ = nullptr;
+    std::unique_ptr<matching::SearchListRows> rows_;
+    std::optional<matching::LoadedList> loaded_;
 };
 
 }  // namespace ostrova::pages

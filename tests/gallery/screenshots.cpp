@@ -8,6 +8,8 @@
 
 #include "tests/gallery/boxes.h"
 #include "tests/gallery/gallery.h"
+#include "tests/gallery/sheet_pages.h"
+#include "uikit/dialog_builder.h"
 
 namespace ostrova::gallery {
 namespace {
@@ -67,6 +69,27 @@ bool SaveBoxes(const Look& look, const QString& folder) {
     return isSaved;
 }
 
+/// At the smallest window's size, at the template's and at a large window's.
+bool SaveSheetPages(const Look& look, const QString& folder) {
+    bool isSaved = true;
+    const SheetPages pages;
+    const uikit::DialogUnits units(QApplication::font());
+    const QSize ofTemplate(units.PixelsAcross(252), units.PixelsDown(207));
+    for (const auto& [name, page] : pages.All()) {
+        const std::pair<QString, QSize> sizes[] = {{QStringLiteral("small"), QSize(350, 215)},
+                                                   {QStringLiteral("template"), ofTemplate},
+                                                   {QStringLiteral("large"), QSize(1200, 700)}};
+        page->show();
+        for (const auto& [sizeName, size] : sizes) {
+            page->resize(size);
+            QApplication::processEvents();
+            const QString title = QStringLiteral("page-") + name + QLatin1Char('-') + sizeName;
+            isSaved = Save(*page, look, folder, title) && isSaved;
+        }
+    }
+    return isSaved;
+}
+
 }  // namespace
 
 bool TakeScreenshots(const QString& folder) {
@@ -78,7 +101,8 @@ bool TakeScreenshots(const QString& folder) {
         QFont font = QApplication::font();
         font.setPointSize(look.points);
         QApplication::setFont(font);
-        isSaved = SavePages(look, folder) && SaveBoxes(look, folder) && isSaved;
+        isSaved = SavePages(look, folder) && SaveBoxes(look, folder) &&
+                  SaveSheetPages(look, folder) && isSaved;
     }
     return isSaved;
 }

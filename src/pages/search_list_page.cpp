@@ -1,0 +1,224 @@
+#include "pages/search_list_page.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStyle>
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "pages/fitted_text.h"
+#include "pages/narrow_row.h"
+#include "pages/search_rows.h"
+#include "resources/search_list_template.h"
+#include "uikit/cell_text.h"
+#include "uikit/dialog_builder.h"
+#include "uikit/link_label.h"
+#include "uikit/list_placeholder.h"
+#include "uikit/markup_view.h"
+#include "uikit/new_list_ctrl.h"
+#include "uikit/text.h"
+
+namespace ostrova::pages {
+namespace {
+
+using namespace resources;
+using uikit::ControlAs;
+using uikit::ControlById;
+
+constexpr int ArtistColumn = 1;
+
+bool IsEnter(const QKeyEvent& event) {
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+/// What stands in a box, for a list file of one line an entry.
+std::string TextOf(const QLineEdit& box) {
+    return uikit::FromQString(uikit::WithoutControls(box.text()));
+}
+
+}  // namespace
+
+SearchListPage::SearchListPage(matching::SearchListPlaces places, feedback::Messages& messages,
+                               QWidget* parent)
+    : SheetPage(uikit::ToQString(SearchListTemplate.caption), parent),
+      places_(std::move(places)),
+      messages_(&messages) {}
+
+SearchListPage::~SearchListPage() = default;
+
+matching::SearchListRows& SearchListPage::Rows() {
+    return *rows_;
+}
+
+// --- Creation ---
+
+void SearchListPage::Initialise() {
+    uikit::BuildDialog(*this, SearchListTemplate);
+    song_ = ControlAs<QLineEdit>(*this, SearchListSong);
+    artist_ = ControlAs<QLineEdit>(*this, SearchListArtist);
+    MakeList();
+    ControlAs<uikit::LinkLabel>(*this, SearchListHeading)->SetBold(true);
+    WriteNotes();
+    AnchorControls();
+    ConnectControls();
+    list_->SortBy(ArtistColumn, true);
+    loaded_ = matching::FillSearchListPage(places_, *rows_, *messages_);
+}
+
+void SearchListPage::MakeList() {
+    list_ = new uikit::NewListCtrl;
+    uikit::ReplaceListPlaceholder(*this, SearchListList, list_);
+    list_->SetMinColumnWidth(12);
+    list_->SetAutoFitColumns(true);
+    list_->SetEditLabels(true);
+    list_->SetShowSelectionAlways(true);
+    const int scrollBar = list_->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, list_);
+    const int width = list_->ClientWidth() - scrollBar;
+    list_->InsertColumn(0, "Song Title", Qt::AlignRight, width / 2);
+    list_->InsertColumn(ArtistColumn, "Artist", Qt::AlignLeft, width - width / 2);
+    list_->SetColumnKinds({uikit::sort_kind::NoCase, uikit::sort_kind::NoCase});
+    list_->SetSortEnabled(true);
+    rows_ = std::make_unique<SearchRows>(*list_);
+}
+
+void SearchListPage::WriteNotes() {
+    ControlAs<uikit::MarkupView>(*this, SearchListSongNote)
+        ->SetMarkup(
+            "<b>Note:</b> <i>Leave song name\nblank to match any song\nby a given artist.</i>");
+    ControlAs<uikit::MarkupView>(*this, SearchListArtistNote)
+        ->SetMarkup("<b>Note:</b> <i>Leave artist\nblank to match a song\nname by any artist.</i>");
+    // The same for who can't see which note stands under which box.
+    song_->setAccessibleDescription(
+        QStringLiteral("Leave blank to match any song by a given artist."));
+    artist_->setAccessibleDescription(
+        QStringLiteral("Leave blank to match a song name by any artist."));
+}
+
+void SearchListPage::ConnectControls() {
+    const auto button = [this](int id) { return ControlAs<QPushButton>(*this, id); };
+    connect(button(SearchListAdd), &QPushButton::clicked, this, &SearchListPage::OnAdd);
+    connect(button(SearchListRemove), &QPushButton::clicked, this, &SearchListPage::OnRemove);
+    connect(button(SearchListSearchNow), &QPushButton::clicked, this,
+            &SearchListPage::searchRequested);
+    connect(list_, &uikit::NewListCtrl::endLabelEdit, this, &SearchListPage::OnEndLabelEdit);
+    ConnectExit();
+    for (QPushButton* each : findChildren<QPushButton*>()) each->installEventFilter(this);
+}
+
+void SearchListPage::AnchorControls() {
+    using namespace uikit;
+    DialogLayout& layout = Layout();
+    layout.Attach(*this);
+    layout.SetAnchorById(SearchListHeading, AnchorFixed, AnchorFixed);
+    for (const int id : {SearchListSongLabel, SearchListSong, SearchListSongNote}) {
+        layout.SetAnchorById(id, AnchorNear, AnchorFixed);
+    }
+    for (const int id : {SearchListArtistLabel, SearchListArtist, SearchListArtistNote}) {
+        layout.SetAnchorById(id, AnchorFar, AnchorFixed);
+    }
+    layout.SetAnchorById(SearchListAdd, AnchorMove, AnchorFixed);
+    layout.SetAnchorById(SearchListList, AnchorStretch, AnchorStretch);
+    for (const int id : {SearchListRemove, SearchListSearchNow}) {
+        layout.SetAnchorById(id, AnchorFixed, AnchorMove);
+    }
+    layout.SetAnchorById(SearchListExit, AnchorMove, AnchorMove);
+}
+
+// --- What the user asks for ---
+
+void SearchListPage::OnAdd() {
+    if (!matching::AddSearchEntry(*rows_, {TextOf(*song_), TextOf(*artist_)}, *messages_)) return;
+    song_->clear();
+    artist_->clear();
+}
+
+void SearchListPage::OnRemove() {
+    const int row = list_->SelectedRow();
+    if (row < 0) return messages_->ShowError("Select a song/artist from the list first");
+    list_->DeleteRow(row);
+    // The next row is the current one now, but not selected: as no row is removed with a question,
+    // a key held down or a second click must not remove another.
+    list_->clearSelection();
+}
+
+/// The cell takes whatever it is given; nothing is checked as an add is.
+void SearchListPage::OnEndLabelEdit(const uikit::CellNotice& notice) {
+    if (notice.row < 0 || !notice.text) return;
+    list_->SetCellText(notice.row, notice.column, *notice.text);
+    rows_->SortAgain();
+}
+
+/// A style may take Enter on a button for a click.
+bool SearchListPage::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress && IsEnter(static_cast<QKeyEvent&>(*event))) return true;
+    return SheetPage::eventFilter(watched, event);
+}
+
+/// The control with the focus has had the key before, and left it. A cell editor leaves none.
+void SearchListPage::keyPressEvent(QKeyEvent* event) {
+    QWidget* focused = focusWidget();
+    if (IsEnter(*event)) {
+        const bool adds = !event->isAutoRepeat() && (focused == song_ || focused == artist_);
+        if (!adds) return;  // the key is used up
+        OnAdd();
+        focused->setFocus();  // a message may have taken it
+    } else if (event->key() == Qt::Key_Delete) {
+        if (focused == list_) OnRemove();
+    } else {
+        SheetPage::keyPressEvent(event);
+    }
+}
+
+// --- Small pages ---
+
+int SearchListPage::LeastListHeight() const {
+    constexpr int LeastRows = 3;
+    const int row = std::max(list_->sizeHintForRow(0), list_->fontMetrics().height());
+    return list_->header()->sizeHint().height() + LeastRows * row + 2 * list_->frameWidth();
+}
+
+/// Makes the notes as high as their lines are at this width; the top that is left for the list.
+int SearchListPage::FitNotes() {
+    const std::array notes = {ControlAs<uikit::MarkupView>(*this, SearchListSongNote),
+                              ControlAs<uikit::MarkupView>(*this, SearchListArtistNote)};
+    int missing = 0;
+    for (const uikit::MarkupView* note : notes) {
+        const int needed = TextSize(*note, note->width()).height();
+        missing = std::max(missing, needed - note->height());
+    }
+    for (uikit::MarkupView* note : notes) note->resize(note->width(), note->height() + missing);
+    return list_->y() + missing;
+}
+
+/// On a page so low that hardly a row of the list is left, the list takes the place of the notes,
+/// and then that of the heading.
+void SearchListPage::AfterRelayout() {
+    KeepRowApart(*this, {SearchListRemove, SearchListSearchNow, SearchListExit});
+    const int least = LeastListHeight();
+    const int bottom = list_->y() + list_->height();
+    int top = FitNotes();
+    const bool showsNotes = bottom - top >= least;
+    const int notesTop = ControlById(*this, SearchListSongNote)->y();
+    if (!showsNotes) top = notesTop;
+    const bool showsHeading = bottom - top >= least;
+    QWidget* heading = ControlById(*this, SearchListHeading);
+    if (!showsHeading) {
+        const int rise = ControlById(*this, SearchListSongLabel)->y() - heading->y();
+        for (const int id : {SearchListSongLabel, SearchListArtistLabel, SearchListSong,
+                             SearchListArtist, SearchListAdd}) {
+            QWidget* control = ControlById(*this, id);
+            control->move(control->x(), control->y() - rise);
+        }
+        top -= rise;
+    }
+    for (const int id : {SearchListSongNote, SearchListArtistNote}) {
+        ControlById(*this, id)->setVisible(showsNotes);
+    }
+    heading->setVisible(showsHeading);
+    list_->setGeometry(list_->x(), top, list_->width(), bottom - top);
+}
+
+}  // namespace ostrova::pages
