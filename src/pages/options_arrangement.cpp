@@ -43,10 +43,19 @@ public:
 private:
     /// The top that is left for the notes.
     int ArrangeTop() {
+        GrowCheckBox();
         if (about_.width() < TextSize(about_, -1).width()) return StackTop();
         const int needed = TextSize(about_, about_.width()).height();
         about_.resize(about_.width(), std::max(about_.height(), needed));
         return std::max(notes_.y(), BottomOf(about_) + down_);
+    }
+
+    /// Two lines of text are a pixel or two higher than the template's place for them.
+    void GrowCheckBox() {
+        QWidget& check = *uikit::ControlById(controls_, OptionsCheckForUpgrades);
+        const int missing = std::max(check.sizeHint().height() - check.height(), 0);
+        check.setGeometry(check.x(), check.y() - missing / 2, check.width(),
+                          check.height() + missing);
     }
 
     int StackTop() {
@@ -54,10 +63,10 @@ private:
         const int width = controls_.width() - left - across_;
         about_.resize(width, TextSize(about_, width).height());
         int top = BottomOf(about_) + down_;
-        auto& check = *ControlAs<QAbstractButton>(controls_, OptionsCheckForUpgrades);
-        check.setGeometry(left, top, width, check.sizeHint().height());
+        QWidget& check = *uikit::ControlById(controls_, OptionsCheckForUpgrades);
+        check.setGeometry(left, top, width, check.height());
         top = BottomOf(check) + down_;
-        auto& checkNow = *ControlAs<QAbstractButton>(controls_, OptionsCheckNow);
+        QWidget& checkNow = *uikit::ControlById(controls_, OptionsCheckNow);
         checkNow.setGeometry(left, top, std::min(checkNow.width(), width), checkNow.height());
         return BottomOf(checkNow) + down_;
     }

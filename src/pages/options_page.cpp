@@ -64,9 +64,13 @@ void OptionsPage::Initialise() {
 }
 
 void OptionsPage::WriteTexts() {
-    ControlAs<uikit::MarkupView>(*controls_, OptionsAbout)
-        ->SetMarkup(AboutText(settings_->latestKnownVersion, clock_->Now()));
-    ControlAs<uikit::MarkupView>(*controls_, OptionsNotes)->SetMarkup(NotesText());
+    const auto write = [this](int id, const std::string& markup) {
+        auto* view = ControlAs<uikit::MarkupView>(*controls_, id);
+        view->SetMarkup(markup);
+        view->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);  // it is made as high as it needs
+    };
+    write(OptionsAbout, AboutText(settings_->latestKnownVersion, clock_->Now()));
+    write(OptionsNotes, NotesText());
 }
 
 void OptionsPage::ConnectControls() {

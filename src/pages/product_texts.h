@@ -13,6 +13,6 @@ inline constexpr std::string_view ProductSite = "http://www.kelvane.example/Ostr
 inline constexpr std::string_view EnquiriesAddress = "ostrova@kelvane.example";
 
 /// Markup. Ends with the first year; the page makes it a range.
-inline constexpr std::string_view NoticeLine = "&copy; the Ostrova team 2005";
+inline constexpr std::string_view NoticeLine = "&copy; Ostrova team 2005";
 
 }  // namespace ostrova::pages

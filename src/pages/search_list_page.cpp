@@ -1,5 +1,6 @@
 #include "pages/search_list_page.h"
 
+#include <QCoreApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -70,9 +71,12 @@ void SearchListPage::Initialise() {
 
 void SearchListPage::MakeList() {
     list_ = new uikit::NewListCtrl;
+    // Qt's tab order passes over what takes no focus: without it the list would come last.
+    ControlById(*this, SearchListList)->setFocusPolicy(Qt::TabFocus);
     uikit::ReplaceListPlaceholder(*this, SearchListList, list_);
     list_->SetMinColumnWidth(12);
     list_->SetAutoFitColumns(true);
+    list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);  // the columns always fit
     list_->SetEditLabels(true);
     list_->SetShowSelectionAlways(true);
     const int scrollBar = list_->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, list_);
@@ -85,11 +89,15 @@ void SearchListPage::MakeList() {
 }
 
 void SearchListPage::WriteNotes() {
-    ControlAs<uikit::MarkupView>(*this, SearchListSongNote)
-        ->SetMarkup(
-            "<b>Note:</b> <i>Leave song name\nblank to match any song\nby a given artist.</i>");
-    ControlAs<uikit::MarkupView>(*this, SearchListArtistNote)
-        ->SetMarkup("<b>Note:</b> <i>Leave artist\nblank to match a song\nname by any artist.</i>");
+    const auto write = [this](int id, std::string_view markup) {
+        auto* note = ControlAs<uikit::MarkupView>(*this, id);
+        note->SetMarkup(markup);
+        note->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);  // it is made as high as it needs
+    };
+    write(SearchListSongNote,
+          "<b>Note:</b> <i>Leave song name\nblank to match any song\nby a given artist.</i>");
+    write(SearchListArtistNote,
+          "<b>Note:</b> <i>Leave artist\nblank to match a song\nname by any artist.</i>");
     // The same for who can't see which note stands under which box.
     song_->setAccessibleDescription(
         QStringLiteral("Leave blank to match any song by a given artist."));
@@ -151,6 +159,15 @@ void SearchListPage::OnEndLabelEdit(const uikit::CellNotice& notice) {
     rows_->SortAgain();
 }
 
+void SearchListPage::EndEditing() {
+    if (list_ == nullptr || list_->EditCount() == 0) return;
+    // Taking the focus would not do: in a window that isn't active nothing loses it.
+    for (QLineEdit* editor : list_->viewport()->findChildren<QLineEdit*>()) {
+        QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+        QCoreApplication::sendEvent(editor, &enter);
+    }
+}
+
 /// A style may take Enter on a button for a click.
 bool SearchListPage::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress && IsEnter(static_cast<QKeyEvent&>(*event))) return true;
@@ -184,11 +201,13 @@ int SearchListPage::LeastListHeight() const {
 int SearchListPage::FitNotes() {
     const std::array notes = {ControlAs<uikit::MarkupView>(*this, SearchListSongNote),
                               ControlAs<uikit::MarkupView>(*this, SearchListArtistNote)};
+    constexpr int Leading = 2;  // pixels below the last line in which nothing is seen
     int missing = 0;
     for (const uikit::MarkupView* note : notes) {
         const int needed = TextSize(*note, note->width()).height();
         missing = std::max(missing, needed - note->height());
     }
+    if (missing <= Leading) return list_->y();
     for (uikit::MarkupView* note : notes) note->resize(note->width(), note->height() + missing);
     return list_->y() + missing;
 }
@@ -198,13 +217,16 @@ int SearchListPage::FitNotes() {
 void SearchListPage::AfterRelayout() {
     KeepRowApart(*this, {SearchListRemove, SearchListSearchNow, SearchListExit});
     const int least = LeastListHeight();
-    const int bottom = list_->y() + list_->height();
+    const int gap = uikit::DialogUnits(font()).PixelsDown(5);
+    const int bottom = ControlById(*this, SearchListRemove)->y() - gap;
     int top = FitNotes();
     const bool showsNotes = bottom - top >= least;
     const int notesTop = ControlById(*this, SearchListSongNote)->y();
     if (!showsNotes) top = notesTop;
     const bool showsHeading = bottom - top >= least;
     QWidget* heading = ControlById(*this, SearchListHeading);
+    const int headingRoom = std::min(heading->sizeHint().width(), width() - 2 * heading->x());
+    heading->resize(std::max(heading->width(), headingRoom), heading->height());
     if (!showsHeading) {
         const int rise = ControlById(*this, SearchListSongLabel)->y() - heading->y();
         for (const int id : {SearchListSongLabel, SearchListArtistLabel, SearchListSong,

@@ -34,6 +34,10 @@ public:
     /// The rows; valid once created.
     [[nodiscard]] matching::SearchListRows& Rows();
 
+    /// Takes over what an editor that is open in the list holds, for whoever is about to save. Does
+    /// nothing before the page is created.
+    void EndEditing();
+
     /// What the list's file was when it was read; for one save.
     [[nodiscard]] const std::optional<matching::LoadedList>& Loaded() const { return loaded_; }
 

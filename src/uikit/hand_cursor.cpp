@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QPainterPath>
+#include <QPixmapCache>
 #include <cmath>
 
 #include "resources/pointing_hand.h"
@@ -40,7 +41,13 @@ QPixmap DrawHand(double scale) {
 }
 
 QCursor HandCursor(double scale) {
-    return QCursor(DrawHand(scale), resources::HandHotSpotX, resources::HandHotSpotY);
+    const QString key = QStringLiteral("ostrova-hand-%1").arg(scale);
+    QPixmap hand;
+    if (!QPixmapCache::find(key, &hand)) {
+        hand = DrawHand(scale);  // the joining of its outlines takes a while
+        QPixmapCache::insert(key, hand);
+    }
+    return QCursor(hand, resources::HandHotSpotX, resources::HandHotSpotY);
 }
 
 }  // namespace ostrova::uikit

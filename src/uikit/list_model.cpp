@@ -22,11 +22,27 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
     if (role == Qt::TextAlignmentRole) {
         return QVariant::fromValue(Alignment(index.column()) | Qt::AlignVCenter);
     }
-    if (role == Qt::AccessibleTextRole && Text(index.row(), index.column()).empty()) {
-        // A screen reader that finds no name says nothing at all.
-        return QString(Title(index.column()) + QStringLiteral(": empty"));
-    }
+    if (role == Qt::AccessibleTextRole) return SpokenText(index.row(), index.column());
+    if (role == Qt::AccessibleDescriptionRole) return SpokenNote(index.row(), index.column());
     return {};
+}
+
+/// The first column tells the row's note, so that it is heard whatever the reader skips.
+QVariant ListModel::SpokenText(int row, int column) const {
+    const std::string_view text = Text(row, column);
+    const RowRecord* record = FindRecord(row);
+    const bool tellsNote = column == 0 && record != nullptr && !record->accessibleNote.empty();
+    if (!text.empty() && !tellsNote) return {};
+    // A screen reader that finds no name says nothing at all.
+    QString spoken = text.empty() ? Title(column) + QStringLiteral(": empty") : ToQString(text);
+    if (tellsNote) spoken += QStringLiteral(", ") + ToQString(record->accessibleNote);
+    return spoken;
+}
+
+QVariant ListModel::SpokenNote(int row, int column) const {
+    const RowRecord* record = FindRecord(row);
+    if (column == 0 || record == nullptr || record->accessibleNote.empty()) return {};
+    return ToQString(record->accessibleNote);
 }
 
 QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const {

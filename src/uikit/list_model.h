@@ -81,6 +81,9 @@ private:
         int image = 0;
     };
 
+    /// What a screen reader says of a cell instead of its text, and after it.
+    [[nodiscard]] QVariant SpokenText(int row, int column) const;
+    [[nodiscard]] QVariant SpokenNote(int row, int column) const;
     void InsertColumn(int column, Column made);
     void Reorder(const std::vector<int>& order);
 

@@ -148,8 +148,21 @@ void NewListCtrl::SelectRow(int row) {
 }
 
 void NewListCtrl::EnsureVisible(int row) {
+    ScrollTo(row, QTreeView::EnsureVisible);
+}
+
+int NewListCtrl::TopRow() const {
+    return verticalScrollBar()->value();
+}
+
+void NewListCtrl::SetTopRow(int row) {
+    ScrollTo(row, PositionAtTop);
+}
+
+/// Never across: the first column is as good as any other.
+void NewListCtrl::ScrollTo(int row, ScrollHint hint) {
     const int across = horizontalScrollBar()->value();
-    scrollTo(model_.index(row, 0));
+    scrollTo(model_.index(row, 0), hint);
     horizontalScrollBar()->setValue(across);
 }
 

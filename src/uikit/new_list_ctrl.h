@@ -103,6 +103,9 @@ public:
     /// Selects and focuses the row, as well as what is selected already when several can be.
     void SelectRow(int row);
     void EnsureVisible(int row);
+    /// The first row in view, and bringing a row there, as far as there are rows below it.
+    [[nodiscard]] int TopRow() const;
+    void SetTopRow(int row);
     /// Called when the user selects a row, or unselects one (with the row that was selected).
     void SetSelectionCallback(SelectionCallback callback);
     /// Called after a vertical scroll.
@@ -211,6 +214,8 @@ private:
     [[nodiscard]] std::vector<int> Widths() const;
     void ApplyWidths(std::span<const int> widths);
     void OnHeaderClick(int column);
+
+    void ScrollTo(int row, ScrollHint hint);
 
     // Clicks and keys
     [[nodiscard]] Press BeginPress(QPoint point);

@@ -3,7 +3,10 @@
 #include <QHeaderView>
 #include <QIcon>
 #include <QPainter>
+#include <QPolygonF>
 #include <algorithm>
+#include <cmath>
+#include <numbers>
 
 #include "uikit/cell_text.h"
 #include "uikit/colour.h"
@@ -43,6 +46,19 @@ QColor GreyText(const QPalette& palette) {
             mix(text.blue(), base.blue())};
 }
 
+/// A star with five points around (0, 0), which reaches up to 1.
+QPolygonF MakeStar() {
+    constexpr int Corners = 10;
+    constexpr double InnerRadius = 0.42;  // a little fatter than the classic one: it is drawn small
+    QPolygonF star;
+    for (int i = 0; i < Corners; ++i) {
+        const double angle = 2 * std::numbers::pi * i / Corners;
+        const double radius = i % 2 == 0 ? 1 : InnerRadius;
+        star << QPointF(radius * std::sin(angle), -radius * std::cos(angle));
+    }
+    return star;
+}
+
 QColor OwnOr(Colour colour, const QColor& standard) {
     return colour == NoColour ? standard : ToQColor(colour);
 }
@@ -55,6 +71,11 @@ struct RowDelegate::Look {
     QColor back;
     QColor text;         ///< on the background
     QColor outsideText;  ///< beside it
+    bool isStarred = false;
+
+    [[nodiscard]] const QColor& TextAt(const QPoint& point) const {
+        return filled.contains(point) ? text : outsideText;
+    }
 };
 
 RowDelegate::RowDelegate(NewListCtrl& list) : QStyledItemDelegate(&list), list_(list) {}
@@ -64,6 +85,7 @@ void RowDelegate::PaintRow(QPainter& painter, const QStyleOptionViewItem& option
     painter.fillRect(look.filled, look.back);
     PaintImages(painter, list_.CellIn(option.rect, 0), row);
     PaintTexts(painter, option, look, row);
+    if (look.isStarred) PaintStar(painter, option.rect, look, CellMargin(option.fontMetrics));
     const bool hasFocus = list_.hasFocus() && list_.EditCount() == 0;
     if (hasFocus && list_.currentIndex().row() == row) PaintFocus(painter, option.rect, look);
 }
@@ -98,6 +120,7 @@ RowDelegate::Look RowDelegate::LookOf(const QStyleOptionViewItem& option, int ro
     look.extent = ExtentOf(option, row);
     look.filled = look.extent;
     look.outsideText = plainText;
+    look.isStarred = (record.extra & StarredRow) != 0;
     if (list_.IsDrawnSelected(row)) {
         const bool hasOwnBack = record.selectedBackColour != NoColour;
         look.back = OwnOr(record.selectedBackColour, palette.color(QPalette::Highlight));
@@ -160,9 +183,26 @@ void RowDelegate::PaintTexts(QPainter& painter, const QStyleOptionViewItem& opti
         int width = 0;
         const QString text = Shorten(ToOneLine(bytes), metrics, room.width(), width);
         const int left = LeftOf(room, width, model.Alignment(column));
-        painter.setPen(look.filled.contains({left, baseline}) ? look.text : look.outsideText);
+        painter.setPen(look.TextAt({left, baseline}));
         painter.drawText(left, baseline, text);
     }
+}
+
+/// Both columns keep `margin` free on their side of the line between them.
+void RowDelegate::PaintStar(QPainter& painter, const QRect& rowRect, const Look& look,
+                            int margin) const {
+    static const QPolygonF Star = MakeStar();
+    const QRect cell = list_.CellIn(rowRect, 0);
+    const QPoint middle(cell.right() + 1, cell.top() + cell.height() / 2);
+    const double radius = std::min(margin - 1.0, 0.32 * cell.height());
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(look.TextAt(middle));
+    painter.translate(middle);
+    painter.scale(radius, radius);
+    painter.drawPolygon(Star);
+    painter.restore();
 }
 
 void RowDelegate::PaintFocus(QPainter& painter, const QRect& rowRect, const Look& look) const {

@@ -37,6 +37,7 @@ private:
     void PaintImages(QPainter& painter, const QRect& cell, int row) const;
     void PaintTexts(QPainter& painter, const QStyleOptionViewItem& option, const Look& look,
                     int row) const;
+    void PaintStar(QPainter& painter, const QRect& rowRect, const Look& look, int margin) const;
     void PaintFocus(QPainter& painter, const QRect& rowRect, const Look& look) const;
 
     NewListCtrl& list_;

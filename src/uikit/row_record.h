@@ -3,6 +3,7 @@
 // What a list keeps for a row beside its texts: whether it can be edited, and its colours.
 
 #include <cstdint>
+#include <string>
 
 #include "uikit/colour.h"
 
@@ -19,6 +20,7 @@ inline constexpr std::uint8_t TextRow = 80;
 
 /// Bits of RowRecord::extra.
 inline constexpr std::uint32_t WholeRowBack = 1;
+inline constexpr std::uint32_t StarredRow = 2;
 
 struct RowRecord {
     std::uint32_t flags = TextRow;
@@ -27,7 +29,11 @@ struct RowRecord {
     Colour backColour = NoColour;
     Colour selectedBackColour = NoColour;
     int row = 0;              ///< where the row stood when the record was made
-    std::uint32_t extra = 0;  ///< WholeRowBack: the background fills all of the row
+    /// WholeRowBack: the background fills all of the row. StarredRow: a star stands in the gap
+    /// between the first two columns, for eyes that a colour alone tells nothing.
+    std::uint32_t extra = 0;
+    /// What a screen reader says of the row beside its texts; code page 1252, mostly empty.
+    std::string accessibleNote = {};
 };
 
 }  // namespace ostrova::uikit

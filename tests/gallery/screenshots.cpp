@@ -69,7 +69,7 @@ bool SaveBoxes(const Look& look, const QString& folder) {
     return isSaved;
 }
 
-/// At the smallest window's size, at the template's and at a large window's.
+/// At the smallest window's size and as narrow but higher, at the template's, at a large window's.
 bool SaveSheetPages(const Look& look, const QString& folder) {
     bool isSaved = true;
     const SheetPages pages;
@@ -77,6 +77,7 @@ bool SaveSheetPages(const Look& look, const QString& folder) {
     const QSize ofTemplate(units.PixelsAcross(252), units.PixelsDown(207));
     for (const auto& [name, page] : pages.All()) {
         const std::pair<QString, QSize> sizes[] = {{QStringLiteral("small"), QSize(350, 215)},
+                                                   {QStringLiteral("narrow"), QSize(350, 560)},
                                                    {QStringLiteral("template"), ofTemplate},
                                                    {QStringLiteral("large"), QSize(1200, 700)}};
         page->show();
