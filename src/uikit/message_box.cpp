@@ -13,8 +13,8 @@ QMessageBox* MakeBox(QMessageBox::Icon icon, std::string_view caption, const std
     auto* box = new QMessageBox(icon, ToQString(caption), {}, buttons, owner);
     box->setObjectName(QStringLiteral("messageBox"));
     box->setTextFormat(Qt::PlainText);  // before the text, which would be guessed at
-    box->setText(BreakableText(ToQString(text)));
-    box->setAccessibleDescription(ToQString(text));
+    box->setText(BreakableText(MessageToQString(text)));
+    box->setAccessibleDescription(MessageToQString(text));
     if (auto* picture = box->findChild<QLabel*>(QStringLiteral("qt_msgboxex_icon_label"))) {
         picture->setAccessibleName(ToQString(caption));  // the box itself leaves it without a name
     }
