@@ -71,6 +71,18 @@ TEST_F(ProgressDialogTest, AppearsAfterASecondAndShowsTheFigures) {
     EXPECT_EQ(Shown(), nullptr);
 }
 
+TEST_F(ProgressDialogTest, AKeyMeantForAnotherWindowPressesNoButton) {
+    Begin();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(Shown()));
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Space}) {
+        QTest::keyClick(Shown()->focusWidget(), key);
+        EXPECT_FALSE(Shown()->IsPaused() || Shown()->IsCancelled());
+    }
+    QTest::keyClick(Shown()->focusWidget(), Qt::Key_Tab);
+    QTest::keyClick(Shown()->focusWidget(), Qt::Key_Return);
+    EXPECT_TRUE(Shown()->IsPaused());
+}
+
 TEST_F(ProgressDialogTest, ALongMessageIsCutAndWhollyShown) {
     Begin();
     EXPECT_TRUE(progress.UpdateProgress(0.5, "%s", std::string(600, 'w')));
