@@ -78,14 +78,15 @@ void QuestionDialog::SetUp(const Question& question, LinkOpener& links) {
         content = ShowMessage(question.text);
         place.moveTop(place.top() + std::max(content.height(), iconHeight));
     }
-    if (Has(QB_NO_ICON)) (void)RemoveControl(*this, QuestionIcon, 0, RemoveFullWidth);
+    if (Has(QB_NO_ICON)) TakeIcon(icon);
     if (Has(QB_INPUT)) {
         field.moveTop(place.top());
         SetControlRect(this, QuestionInput, field);
         place.moveTop(place.top() + fieldGap);
     }
     const ButtonRows rows(*this, labels_, says_, place, padding);
-    const int width = std::max(content.width(), rows.NaturalWidth()) + options_.extraWidth;
+    const int natural = rows.NaturalWidth();
+    const int width = std::max(std::max(content.width(), natural) + options_.extraWidth, natural);
     MakeButtons(rows, width);
     if (Has(QB_INPUT)) (void)ResizeControl(*this, QuestionInput, width, field.height(), 0);
     FitDialogToControls(*this);
@@ -126,6 +127,15 @@ QSize QuestionDialog::ShowMessage(const std::string& text) {
     else
         size.rwidth() += offset;
     return size;
+}
+
+/// Closes up the icon's place, unless the message stands there by now. One that is smaller than the
+/// icon would be taken along.
+void QuestionDialog::TakeIcon(QWidget* icon) {
+    if (message_ == nullptr)
+        (void)RemoveControl(*this, QuestionIcon, 0, RemoveFullWidth);
+    else
+        delete icon;
 }
 
 /// The size of the whole message or, of one that no screen could hold, of a part with a scroll bar.
