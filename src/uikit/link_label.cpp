@@ -136,15 +136,16 @@ QStringList LinkLabel::ShownLines() const {
 
 void LinkLabel::paintEvent(QPaintEvent* /*event*/) {
     QStylePainter painter(this);
-    painter.setPen(TextColour());
     const QString shown = ShownLines().join(QLatin1Char('\n'));
+    if (hasFocus()) {  // under the text, since some styles fill the frame
+        QStyleOptionFocusRect option;
+        option.initFrom(this);
+        option.rect = painter.boundingRect(contentsRect(), Qt::AlignLeft | Qt::AlignTop, shown)
+                          .intersected(contentsRect());
+        painter.drawPrimitive(QStyle::PE_FrameFocusRect, option);
+    }
+    painter.setPen(TextColour());
     painter.drawText(contentsRect(), Qt::AlignLeft | Qt::AlignTop, shown);
-    if (!hasFocus()) return;
-    QStyleOptionFocusRect option;
-    option.initFrom(this);
-    option.rect = painter.boundingRect(contentsRect(), Qt::AlignLeft | Qt::AlignTop, shown)
-                      .intersected(contentsRect());
-    painter.drawPrimitive(QStyle::PE_FrameFocusRect, option);
 }
 
 /// Longer texts are cut.

@@ -15,6 +15,7 @@
 #include "uikit/markup_view.h"
 #include "uikit/plain_text.h"
 #include "uikit/question_dialog.h"
+#include "uikit/standard_icon.h"
 #include "uikit/text.h"
 #include "uikit/text_measure.h"
 #include "util/text.h"
@@ -28,13 +29,13 @@ namespace {
 
 constexpr int ExtraTextHeight = 3;
 
-struct StandardIcon {
+struct FlagIcon {
     std::uint32_t flag;
     QStyle::StandardPixmap picture;
     const char* name;
 };
 
-constexpr StandardIcon StandardIcons[] = {
+constexpr FlagIcon FlagIcons[] = {
     {QB_ICON_ERROR, QStyle::SP_MessageBoxCritical, "Error"},
     {QB_ICON_WARNING, QStyle::SP_MessageBoxWarning, "Warning"},
     {QB_ICON_INFORMATION, QStyle::SP_MessageBoxInformation, "Information"},
@@ -44,9 +45,9 @@ constexpr StandardIcon StandardIcons[] = {
 /// Shows the icon that the flags ask for: the first bit set wins, the program's own without any.
 void ShowIcon(IconView& view, std::uint32_t flags) {
     view.SetIcon(QApplication::windowIcon());
-    for (const StandardIcon& icon : StandardIcons) {
+    for (const FlagIcon& icon : FlagIcons) {
         if ((flags & icon.flag) == 0) continue;
-        view.SetIcon(view.style()->standardIcon(icon.picture));
+        view.SetIcon(StandardIcon(*view.style(), icon.picture));
         view.setAccessibleName(ToQString(icon.name));
         return;
     }

@@ -12,6 +12,7 @@
 #include "tests/support/temp_folder.h"
 #include "tests/uikit/widgets.h"
 #include "uikit/plain_text.h"
+#include "uikit/standard_icon.h"
 #include "uikit/text.h"
 
 namespace ostrova::uikit {
@@ -218,6 +219,13 @@ TEST(WidgetPresenter, AnOwnerThatGoesTakesItsBoxAlong) {
     });
     EXPECT_FALSE(presenter.AskYesNo("Well?"));
     EXPECT_TRUE(presenter.OpenBoxes().empty());
+}
+
+TEST(StandardIcon, IsFineEnoughForAnyScreen) {
+    for (const auto picture : {QStyle::SP_MessageBoxCritical, QStyle::SP_MessageBoxQuestion}) {
+        const QIcon icon = StandardIcon(*QApplication::style(), picture);
+        EXPECT_EQ(icon.actualSize(QSize(96, 96)), QSize(96, 96));
+    }
 }
 
 TEST(PlainText, WordsBreakOnlyWhereTheyMust) {
