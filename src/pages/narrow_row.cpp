@@ -44,20 +44,35 @@ bool Collides(const QWidget& page, const std::vector<Place>& row, int gap) {
     return EndOf(*row.back().control) > page.width();
 }
 
+/// Cuts the needed widths to `room` in all, the widest to one width: what is short stays whole.
+void CutNeeds(std::vector<Place>& row, int room) {
+    std::vector<int> needs;
+    for (const Place& place : row) needs.push_back(place.needed);
+    std::sort(needs.begin(), needs.end());
+    int most = needs.back();
+    for (std::size_t i = 0; i < needs.size(); ++i) {
+        const int fair = room / static_cast<int>(needs.size() - i);
+        if (needs[i] > fair) {
+            most = std::max(fair, 1);
+            break;
+        }
+        room -= needs[i];
+    }
+    for (Place& place : row) place.needed = std::min(place.needed, most);
+}
+
 void Share(std::vector<Place>& row, int room) {
-    double wanted = 0;
-    double needed = 0;
+    CutNeeds(row, room);
+    int wanted = 0;
+    int needed = 0;
     for (const Place& place : row) {
         wanted += place.wanted;
         needed += place.needed;
     }
-    const double spare = std::min(room, static_cast<int>(wanted)) - needed;
+    const double spare = std::min(room, wanted) - needed;
+    const double part = wanted > needed ? std::max(spare / (wanted - needed), 0.0) : 0;
     for (Place& place : row) {
-        const double width =
-            spare < 0 || wanted <= needed
-                ? place.needed * room / needed
-                : place.needed + (place.wanted - place.needed) * spare / (wanted - needed);
-        place.wanted = std::max(static_cast<int>(width), 1);
+        place.wanted = place.needed + static_cast<int>((place.wanted - place.needed) * part);
     }
 }
 

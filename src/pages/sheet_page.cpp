@@ -17,6 +17,9 @@ SheetPage::SheetPage(const QString& title, QWidget* parent) : QWidget(parent), t
 void SheetPage::Create() {
     if (isCreated_) return;
     const QSize given = size();
+    // Controls that are made while the page is on the screen would stay hidden.
+    const bool isShown = isVisible();
+    if (isShown) hide();
     Initialise();
     // Enter is for the control that has the focus, never for a button of the page.
     for (QPushButton* button : findChildren<QPushButton*>()) button->setAutoDefault(false);
@@ -24,6 +27,7 @@ void SheetPage::Create() {
     // The controls stand as the template has them; from there they follow the page's own size.
     resize(given);
     Relayout();
+    if (isShown) show();
 }
 
 void SheetPage::ConnectExit() {

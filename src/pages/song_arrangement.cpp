@@ -11,47 +11,54 @@ namespace ostrova::pages {
 namespace {
 
 using namespace resources;
+using uikit::ControlAs;
+using uikit::ControlById;
 using uikit::LinkLabel;
 
-bool Fits(const LinkLabel& label) {
-    return label.fontMetrics().horizontalAdvance(label.text()) <= label.width();
+int LineHeight(const QWidget& label) {
+    return label.fontMetrics().height();
 }
 
-int LinesOf(const LinkLabel& label) {
-    const QString text = label.text().trimmed();
-    return text.isEmpty() ? 0 : static_cast<int>(text.count(QLatin1Char('\n'))) + 1;
+/// Beside the boxes, on a line with their texts.
+void PutBeside(const QWidget& boxes, LinkLabel& label) {
+    const int above = (boxes.height() - LineHeight(label)) / 2;
+    label.setContentsMargins(0, std::clamp(above, 0, label.height() - LineHeight(label)), 0, 0);
 }
 
-/// Puts `link` on the line under the text of `guest`; false when there is none.
-bool MoveUnder(LinkLabel& guest, LinkLabel& link) {
+/// Below the one line of the guest's text, or in its place when it is empty. A list that shows few
+/// rows then takes the line below.
+void PutUnder(LinkLabel& guest, LinkLabel& label, QWidget& list) {
+    constexpr int FewLines = 6;
     const QRect area = guest.geometry();
-    const int line = link.fontMetrics().height();
-    const int top = LinesOf(guest) * guest.fontMetrics().height();
-    if (top + line > area.height()) return false;
-    if (top > 0) {
-        guest.setGeometry(area.x(), area.y(), area.width(), top);
-    } else {
-        guest.setGeometry(area.x(), area.y() + line, area.width(), area.height() - line);
+    const QRect first(area.topLeft(), QSize(area.width(), LineHeight(guest)));
+    QRect second = area;
+    second.setTop(first.bottom() + 1);
+    const bool isAlone = guest.text().isEmpty();
+    if (isAlone && list.height() < FewLines * LineHeight(list)) {
+        list.setGeometry(list.geometry().adjusted(0, -second.height(), 0, 0));
+        second.setHeight(0);
     }
-    link.setGeometry(area.x(), area.y() + top, area.width(), line);
-    return true;
+    guest.setGeometry(isAlone ? second : first);
+    label.setGeometry(isAlone ? first : second);
+    label.setContentsMargins(0, 0, 0, 0);
 }
 
 }  // namespace
 
-void ArrangeSongPage(const QWidget& page) {
-    KeepRowApart(page, {SongAddArtist, SongAddSong, SongExit});
-    auto* guest = uikit::ControlAs<LinkLabel>(page, SongGuest);
-    auto* link = uikit::ControlAs<LinkLabel>(page, SongPlaylistLink);
-    // The boxes touch each other in the template.
-    constexpr int NoGap = 0;
-    if (!Fits(*link) && MoveUnder(*guest, *link)) {
-        KeepRowApart(page, {SongShowDate, SongYear}, NoGap);
-        return;
+void ArrangeSongPage(const QWidget& page, const QString& guestText) {
+    auto* guest = ControlAs<LinkLabel>(page, SongGuest);
+    auto* link = ControlAs<LinkLabel>(page, SongPlaylistLink);
+    const bool fits = link->fontMetrics().horizontalAdvance(link->text()) <= link->width();
+    QString text = guestText;
+    if (!fits) text = text.trimmed().replace(QLatin1Char('\n'), QLatin1Char(' '));
+    guest->SetText(text);
+    if (fits) {
+        PutBeside(*ControlById(page, SongYear), *link);
+    } else {
+        PutUnder(*guest, *link, *ControlById(page, SongList));
     }
-    // What it can't do without, even if it is taken from the boxes.
-    link->resize(std::max(link->width(), link->minimumSizeHint().width()), link->height());
-    KeepRowApart(page, {SongShowDate, SongYear, SongPlaylistLink}, NoGap);
+    KeepRowApart(page, {SongShowDate, SongYear}, 0);  // they touch each other in the template
+    KeepRowApart(page, {SongAddArtist, SongAddSong, SongExit});
 }
 
 }  // namespace ostrova::pages

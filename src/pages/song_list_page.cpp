@@ -104,6 +104,10 @@ void SongListPage::MakeList() {
     list_->InsertColumn(TitleColumn, "Song Title", Qt::AlignRight, title);
     list_->InsertColumn(ArtistColumn, "Artist", Qt::AlignLeft, title);
     list_->InsertColumn(CommentColumn, "Comment", Qt::AlignLeft, width - time - 2 * title);
+    const QFontMetrics metrics = list_->fontMetrics();
+    list_->SetLeastFittedWidth(TimeColumn,
+                               metrics.horizontalAdvance(QStringLiteral("~12:00am")) +
+                                   2 * uikit::CellMargin(metrics));
     using uikit::click_kind::ReadOnly;
     list_->SetColumnKinds({ReadOnly, ReadOnly, ReadOnly, ReadOnly});
     listing_ = std::make_unique<SongListing>(*list_);
@@ -135,7 +139,7 @@ void SongListPage::ConnectControls() {
 }
 
 void SongListPage::AfterRelayout() {
-    ArrangeSongPage(*this);
+    ArrangeSongPage(*this, guestText_);
 }
 
 // --- Dates ---
@@ -197,11 +201,11 @@ void SongListPage::OnSetActive() {
 
 void SongListPage::RefreshSongPage() {
     if (list_ == nullptr) return;
-    const QString before = playlistLabel_->text() + guestLabel_->text();
+    const QString before = playlistLabel_->text();
     ShowPlaylistLabel();
-    ShowGuest();
+    const bool isOtherGuest = ShowGuest();
     ShowSongs();
-    if (IsCreated() && before != playlistLabel_->text() + guestLabel_->text()) Relayout();
+    if (IsCreated() && (isOtherGuest || playlistLabel_->text() != before)) Relayout();
 }
 
 void SongListPage::ShowPlaylistLabel() {
@@ -218,18 +222,21 @@ void SongListPage::ShowPlaylistLabel() {
                             uikit::ToQString(world_.pageAddress(shown)));
 }
 
-void SongListPage::ShowGuest() {
+bool SongListPage::ShowGuest() {
     const playlists::GuestInfo& guest = world_.state->guest.shown;
+    if (shownGuest_ == guest) return false;
+    shownGuest_ = guest;
     const bool isTheirs = view_ != SongView::SaturdayMorning &&
                           (view_ != SongView::Friday || guest.bothNights);
-    if (!isTheirs || util::IsBlank(guest.text)) {
-        guestLabel_->SetPlainText(QString());
-    } else if (util::IsBlank(guest.link)) {
-        guestLabel_->SetPlainText(LabelText(*guest.text));
+    const bool isShown = isTheirs && !util::IsBlank(guest.text);
+    guestText_ = isShown ? LabelText(*guest.text) : QString();
+    if (!isShown || util::IsBlank(guest.link)) {
+        guestLabel_->SetPlainText(guestText_);
     } else {
-        guestLabel_->SetLink(LabelText(*guest.text), uikit::ToQString(*guest.link));
+        guestLabel_->SetLink(guestText_, uikit::ToQString(*guest.link));
         guestLabel_->SetUnderline(false);
     }
+    return true;
 }
 
 void SongListPage::ShowSongs() {

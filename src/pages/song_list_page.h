@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "feedback/messages.h"
@@ -79,7 +80,8 @@ private:
     void OnDateChanged();
 
     void ShowPlaylistLabel();
-    void ShowGuest();
+    /// True when there is another guest than before.
+    bool ShowGuest();
     void ShowSongs();
 
     void OnAddArtist();
@@ -96,6 +98,8 @@ private:
     QComboBox* dateCombo_ = nullptr;
     uikit::LinkLabel* guestLabel_ = nullptr;
     uikit::LinkLabel* playlistLabel_ = nullptr;
+    std::optional<playlists::GuestInfo> shownGuest_;  // by the label
+    QString guestText_;                               // with all its lines
 };
 
 }  // namespace ostrova::pages

@@ -31,6 +31,22 @@ std::vector<int> FitWidths(std::span<const float> shares, int clientWidth, int m
     return widths;
 }
 
+void WidenTo(std::span<int> widths, int column, int least, int minWidth) {
+    const auto spareOf = [&](int i) { return i == column ? 0 : std::max(widths[i] - minWidth, 0); };
+    const int count = static_cast<int>(widths.size());
+    int spare = 0;
+    for (int i = 0; i < count; ++i) spare += spareOf(i);
+    int missing = std::clamp(least - widths[column], 0, spare);
+    widths[column] += missing;
+    for (int i = 0; i < count && missing > 0; ++i) {
+        const int has = spareOf(i);
+        const int given = (has * missing + spare - 1) / spare;  // the last one comes out even
+        widths[i] -= given;
+        missing -= given;
+        spare -= has;
+    }
+}
+
 DividerWidths HoldDivider(int wanted, int sum, int minWidth) {
     const int neighbour = std::max(sum - std::max(wanted, minWidth), minWidth);
     return {std::max(sum - neighbour, minWidth), neighbour};

@@ -15,6 +15,10 @@ namespace ostrova::uikit {
 [[nodiscard]] std::vector<int> FitWidths(std::span<const float> shares, int clientWidth,
                                          int minWidth);
 
+/// Widens `column` to `least`, as far as the others are wider than `minWidth`; each gives its part
+/// of what it has more.
+void WidenTo(std::span<int> widths, int column, int least, int minWidth);
+
 struct DividerWidths {
     int dragged = 0;
     int neighbour = 0;

@@ -61,6 +61,9 @@ public:
     void SetMinColumnWidth(int pixels);
     /// Whether columns keep their proportions when the list is resized; off at first.
     void SetAutoFitColumns(bool isOn);
+    /// Fitting leaves this column at least so wide, at the others' cost: what it holds is short and
+    /// of no use when it is cut. Until the user makes it narrower. -1 for no column.
+    void SetLeastFittedWidth(int column, int pixels);
     /// One byte a column; columns beyond them sort as Natural and are edited as the row says.
     void SetColumnKinds(std::vector<ColumnKind> kinds);
     [[nodiscard]] ColumnKind KindOf(int column) const;
@@ -246,6 +249,8 @@ private:
     std::vector<float> columnShares_;
     int minColumnWidth_ = 12;
     bool autoFitColumns_ = false;
+    int leastFittedColumn_ = -1;
+    int leastFittedWidth_ = 0;
     bool resizing_ = false;  // the list itself changes widths
 
     bool sortEnabled_ = false;

@@ -71,7 +71,8 @@ void NewListCtrl::MoveColumn(int from, int to) {
         columnKinds_.erase(columnKinds_.begin() + from);
         columnKinds_.insert(columnKinds_.begin() + now, kind);
     }
-    for (int* column : {&sortColumn_, &previousSortColumn_, &fixedSecondaryColumn_}) {
+    for (int* column :
+         {&sortColumn_, &previousSortColumn_, &fixedSecondaryColumn_, &leastFittedColumn_}) {
         if (*column == from) {
             *column = now;
         } else if (*column > from && *column <= now) {
@@ -98,6 +99,11 @@ void NewListCtrl::SetMinColumnWidth(int pixels) {
 
 void NewListCtrl::SetAutoFitColumns(bool isOn) {
     autoFitColumns_ = isOn;
+}
+
+void NewListCtrl::SetLeastFittedWidth(int column, int pixels) {
+    leastFittedColumn_ = column;
+    leastFittedWidth_ = pixels;
 }
 
 void NewListCtrl::SetColumnKinds(std::vector<ColumnKind> kinds) {
@@ -134,7 +140,10 @@ void NewListCtrl::AutoFit() {
     if (!autoFitColumns_ || resizing_ || GetColumnCount() == 0) return;
     KeepShares();
     const Flagged own(resizing_);
-    const std::vector<int> widths = FitWidths(columnShares_, viewport()->width(), minColumnWidth_);
+    std::vector<int> widths = FitWidths(columnShares_, viewport()->width(), minColumnWidth_);
+    if (leastFittedColumn_ >= 0) {
+        WidenTo(widths, leastFittedColumn_, leastFittedWidth_, minColumnWidth_);
+    }
     for (int column = 0; column < GetColumnCount(); ++column) {
         header_->resizeSection(column, widths[column]);
     }
@@ -161,6 +170,9 @@ void NewListCtrl::OnSectionResized(int section, int oldWidth, int newWidth) {
         header_->resizeSection(section, minColumnWidth_);
     }
     columnShares_ = TakeShares(Widths());
+    if (leastFittedColumn_ >= 0 && header_->sectionSize(leastFittedColumn_) < leastFittedWidth_) {
+        leastFittedColumn_ = -1;
+    }
     viewport()->update();
 }
 

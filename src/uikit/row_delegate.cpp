@@ -194,7 +194,7 @@ void RowDelegate::PaintStar(QPainter& painter, const QRect& rowRect, const Look&
     static const QPolygonF Star = MakeStar();
     const QRect cell = list_.CellIn(rowRect, 0);
     const QPoint middle(cell.right() + 1, cell.top() + cell.height() / 2);
-    const double radius = std::min(margin - 1.0, 0.32 * cell.height());
+    const double radius = std::min(margin - 2.0, 0.32 * cell.height());
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);

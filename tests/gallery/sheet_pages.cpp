@@ -22,6 +22,7 @@ SheetPages::SheetPages() {
              matching::SearchListPlaces{&settings_.folder, folder_.Path("ostrova")}, messages_)});
     pages_.push_back(
         {QStringLiteral("options"), std::make_unique<pages::OptionsPage>(settings_, clock_)});
+    for (auto& [name, page] : songPages_.TakeAll()) pages_.push_back({name, std::move(page)});
     for (const NamedSheetPage& one : pages_) one.page->Create();
 }
 

@@ -9,6 +9,7 @@
 #include "app/settings.h"
 #include "feedback/messages.h"
 #include "pages/sheet_page.h"
+#include "tests/gallery/song_pages.h"
 #include "tests/support/fake_clock.h"
 #include "tests/support/recorder.h"
 #include "tests/support/temp_folder.h"
@@ -33,6 +34,7 @@ private:
     testing::FakeClock clock_{1'800'000'000};
     feedback::Messages messages_{recorder_};
     app::Settings settings_;
+    SongPages songPages_;
     std::vector<NamedSheetPage> pages_;
 };
 

@@ -55,6 +55,7 @@ TEST_F(NarrowRowTest, SharesTheRoomAndCutsTextsOnlyWhereTheyMustBe) {
     LayOut(250);
     EXPECT_TRUE(buttons_[0]->text().startsWith(QStringLiteral("Add")));
     EXPECT_TRUE(buttons_[0]->text().endsWith(QChar(0x2026)));
+    EXPECT_EQ(buttons_[2]->text(), QStringLiteral("Exit")) << "the widest are cut";
     EXPECT_TRUE(buttons_[0]->toolTip().contains(QStringLiteral("Add artist to list")));
     LayOut(600);
     EXPECT_EQ(buttons_[0]->text(), QStringLiteral("Add artist to list"));
