@@ -190,8 +190,7 @@ void MainDialog::DestroyWindow() {
     app::Application& application = *world_.application;
     if (!isSaved_) {
         isSaved_ = true;
-        // An editor that is still open takes what it holds for the user's wish.
-        if (QWidget* const focused = focusWidget()) focused->clearFocus();
+        searchPage_->EndEditing();
         if (optionsPage_->IsCreated()) {
             optionsPage_->TakeValues();
             application.GetSettings().checkForUpgrades = optionsPage_->CheckForUpgrades();

@@ -25,12 +25,26 @@ pages::SheetPage* TabSheet::PageAt(int index) const {
     return qobject_cast<pages::SheetPage*>(widget(index));
 }
 
+void TabSheet::resizeEvent(QResizeEvent* event) {
+    QTabWidget::resizeEvent(event);
+    SizePages();
+}
+
+void TabSheet::SizePages() {
+    if (currentWidget() == nullptr) return;
+    const QRect place(QPoint(0, 0), currentWidget()->parentWidget()->size());
+    for (int i = 0; i < count(); ++i) {
+        if (PageAt(i)->geometry() != place) PageAt(i)->FollowSize(place);
+    }
+}
+
 pages::SheetPage* TabSheet::Switch(int index) {
     pages::SheetPage* const left = ActivePage();
     pages::SheetPage* const entered = PageAt(index);
     if (left == entered || entered == nullptr) return nullptr;
     if (left != nullptr) left->OnKillActive();
     active_ = index;
+    SizePages();
     entered->Create();
     entered->OnSetActive();
     return left;

@@ -30,7 +30,12 @@ signals:
     /// The user has gone from one page to another, which is in front now.
     void pageChanged(ostrova::pages::SheetPage* left, ostrova::pages::SheetPage* entered);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
+    /// Gives all pages the size of the one in front.
+    void SizePages();
     /// Lets the page in front know, and the one that was; the latter, or null.
     pages::SheetPage* Switch(int index);
     void OnCurrentChanged(int index);

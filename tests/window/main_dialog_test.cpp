@@ -71,6 +71,13 @@ protected:
         emit user_.timer.due();
         WindowUser::Settle();
     }
+    /// Adds a song by keys.
+    void AddSong(const char* title) {
+        auto* const edit = On<QLineEdit>(Search, SongName);
+        edit->setFocus();
+        QTest::keyClicks(edit, QString::fromLatin1(title));
+        QTest::keyClick(edit, Qt::Key_Return);
+    }
     void PickDate(QComboBox* dates, int index) {
         dates->setCurrentIndex(index);
         emit dates->activated(index);
@@ -167,8 +174,7 @@ TEST_F(MainDialogTest, EnterNeverEndsItButEscapeAndEveryExitDo) {
 
 TEST_F(MainDialogTest, AFavouriteAddedByKeysIsFoundAndStillThereNextTime) {
     Open();
-    QTest::keyClicks(On<QLineEdit>(Search, SongName), QStringLiteral("a song"));
-    QTest::keyClick(On<QLineEdit>(Search, SongName), Qt::Key_Return);
+    AddSong("a song");
     Press(Search, SearchNow);
     EXPECT_EQ(Sheet().currentIndex(), Results);
     EXPECT_EQ(Titles(Results).at(1), "A Song");
@@ -283,8 +289,7 @@ TEST_F(MainDialogTest, WhatComesDuringADownloadIsServedAfterIt) {
         if (acted++ == 0) {
             PickDate(dates, 2);
             GoTo(Search);
-            QTest::keyClicks(On<QLineEdit>(Search, SongName), QStringLiteral("Oldest"));
-            QTest::keyClick(On<QLineEdit>(Search, SongName), Qt::Key_Return);
+            AddSong("Oldest");
             Press(Search, SearchNow);
             user_.clock.SetWallClock(*user_.timer.armed);
             emit user_.timer.due();

@@ -67,6 +67,7 @@ public:
                          [this] { ++closed; });
         dialog->OnInitDialog();
         dialog->show();
+        QApplication::setActiveWindow(dialog.get());
         Settle();
         return *dialog;
     }
