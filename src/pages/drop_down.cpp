@@ -49,6 +49,8 @@ void MakeDropDownList(QComboBox& box) {
     box.setStyle(SharedListStyle());
     // Its width is the template's; to measure every text would only take time.
     box.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    // On some platforms a screen reader is told the chosen text as the name of a box.
+    box.setAccessibleDescription(box.accessibleName());
     box.setFocusPolicy(Qt::StrongFocus);
     box.installEventFilter(new WheelGuard(&box));
     const int closed = box.sizeHint().height();

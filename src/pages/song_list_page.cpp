@@ -90,7 +90,7 @@ void SongListPage::MakeCombos() {
 }
 
 void SongListPage::MakeList() {
-    list_ = new uikit::NewListCtrl(this);
+    list_ = new uikit::NewListCtrl;
     uikit::ReplaceListPlaceholder(*this, SongList, list_);
     list_->SetMinColumnWidth(12);
     list_->SetAutoFitColumns(true);

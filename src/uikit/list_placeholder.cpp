@@ -34,6 +34,7 @@ bool ReplaceListPlaceholder(QWidget& dialog, int id, NewListCtrl* list) {
     list->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
     list->SetDrawMode(2);
     if (above != nullptr) list->stackUnder(above);
+    placeholder->setFocusPolicy(list->focusPolicy());  // others have no place in the tab order
     QWidget::setTabOrder(placeholder, list);
     if (QLayout* layout = dialog.layout()) delete layout->replaceWidget(placeholder, list);
     delete placeholder;

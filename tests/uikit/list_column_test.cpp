@@ -125,6 +125,25 @@ TEST(ColumnFit, SharesThePixels) {
     EXPECT_TRUE(FitWidths(TakeShares(Ints{}), 40, 12).empty());
 }
 
+TEST(ColumnFit, WidensAColumnAtTheCostOfTheWiderOnes) {
+    struct Case {
+        Ints widths;
+        int least;
+        Ints expected;
+    };
+    const Case cases[] = {
+        {{60, 100, 100, 40}, 60, {60, 100, 100, 40}},
+        {{60, 110, 110, 32}, 104, {104, 90, 90, 28}},
+        {{60, 12, 13, 12}, 90, {61, 12, 12, 12}},  // no more than they have
+        {{12, 12, 12, 12}, 90, {12, 12, 12, 12}},
+    };
+    for (const Case& c : cases) {
+        Ints widths = c.widths;
+        WidenTo(widths, 0, c.least, 12);
+        EXPECT_EQ(widths, c.expected) << c.least;
+    }
+}
+
 class FittedListTest : public ListTest {
 protected:
     FittedListTest() {
@@ -145,6 +164,17 @@ TEST_F(FittedListTest, KeepsTheProportionsWhenItIsResized) {
     list_->SetAutoFitColumns(false);
     list_->resize(300, 200);
     EXPECT_EQ(Widths(*list_), (Ints{201, 101, 100}));
+}
+
+TEST_F(FittedListTest, KeepsAShortColumnWholeUntilTheUserMakesItNarrower) {
+    list_->SetLeastFittedWidth(1, 80);
+    list_->resize(200, 200);
+    EXPECT_EQ(Widths(*list_), (Ints{79, 80, 41}));
+    list_->resize(402, 200);
+    EXPECT_EQ(Widths(*list_), (Ints{201, 101, 100}));
+    DragDivider(*list_, 1, -50);
+    list_->resize(200, 200);
+    EXPECT_EQ(Widths(*list_), (Ints{100, 25, 75}));
 }
 
 TEST_F(FittedListTest, LetsTheNeighbourGiveAndTakeWhatADividerMoves) {

@@ -1,0 +1,449 @@
+#include "pages/song_list_page.h"
+
+#include <QClipboard>
+#include <QComboBox>
+#include <QSignalSpy>
+#include <QWheelEvent>
+#include <algorithm>
+#include <memory>
+#include <optional>
+
+#include "tests/pages/page_fixture.h"
+#include "tests/support/environment.h"
+#include "tests/support/moments.h"
+#include "tests/support/recorder.h"
+#include "tests/uikit/widgets.h"
+#include "uikit/dialog_builder.h"
+#include "uikit/link_label.h"
+#include "uikit/new_list_ctrl.h"
+
+namespace ostrova::pages {
+namespace {
+
+using playlists::EpochSeconds;
+using playlists::GuestInfo;
+using playlists::MakeSong;
+using playlists::Song;
+using testing::At;
+using testing::DateOf;
+
+constexpr SongView AllViews[] = {SongView::Results, SongView::Friday, SongView::SaturdayMorning,
+                                 SongView::SaturdayNight};
+
+Song Matched(Song song) {
+    song.matched = true;
+    return song;
+}
+
+/// The weekend of Friday 7 July 2006 is the newest and the one displayed.
+class SongListPageTest : public ::testing::Test {
+public:
+    SongListPageTest() {
+        state_.latestWeekend = At("2006-07-07 12:00:00");
+        state_.displayedWeekend = playlists::WeekendAt(state_.latestWeekend);
+        state_.playlists[0] = {MakeSong(690, false, "Fish & Chips <b>", "R\xF6yk\xE4", "new"),
+                               Matched(MakeSong(785, true, "9 Rooms\x90\t!", "Mina && Vale", {}))};
+        state_.playlists[2] = {Matched(MakeSong(720, false, "Noon", "The Lanterns", {}))};
+    }
+
+    void Open(SongView view) {
+        shown_.reset();
+        SongPageWorld world;
+        world.state = &state_;
+        world.messages = &messages_;
+        world.pageAddress = [](EpochSeconds time) {
+            return "http://site/" + testing::TimeOf(time);
+        };
+        world.links = &links_;
+        page_ = std::make_unique<SongListPage>(view, QStringLiteral("Songs"), world);
+        QObject::connect(page_.get(), &SongListPage::addRequested, page_.get(),
+                         [this](const matching::SearchEntry& entry) { added_.push_back(entry); });
+        QObject::connect(page_.get(), &SongListPage::weekendChosen, page_.get(),
+                         [this] { ++weekendsChosen_; });
+        shown_.emplace(*page_);
+        list_ = page_->List();
+        date_ = shown_->Find<QComboBox>("showDate");
+        year_ = shown_->Find<QComboBox>("year");
+        guest_ = shown_->Find<uikit::LinkLabel>("guest");
+        link_ = shown_->Find<uikit::LinkLabel>("playlistLink");
+    }
+
+    [[nodiscard]] Strings Rows() const {
+        Strings rows;
+        for (int row = 0; row < list_->GetRowCount(); ++row) {
+            std::string& texts = rows.emplace_back();
+            for (int column = 0; column < 4; ++column) {
+                texts += (column > 0 ? "|" : "") + std::string(list_->CellText(row, column));
+            }
+        }
+        return rows;
+    }
+
+    void ClickRow(int row) const {
+        QTest::mouseClick(list_->viewport(), Qt::LeftButton, {}, list_->CellRect(row, 1).center());
+    }
+
+    /// What a screen reader says of a row: the name of each cell, and its description if any.
+    [[nodiscard]] Strings Spoken(int row) const {
+        auto* table = QAccessible::queryAccessibleInterface(list_)->tableInterface();
+        Strings cells;
+        for (int column = 0; column < 4; ++column) {
+            QAccessibleInterface* cell = table->cellAt(row, column);
+            const QString note = cell->text(QAccessible::Description);
+            cells.push_back(cell->text(QAccessible::Name).toStdString() +
+                            (note.isEmpty() ? "" : " (" + note.toStdString() + ")"));
+        }
+        return cells;
+    }
+
+    [[nodiscard]] std::string Date() const { return date_->currentText().toStdString(); }
+
+    testing::TimeZone zone_{"Europe/Berlin"};
+    testing::RecordedLinks links_;
+    testing::MessageRecorder recorder_;
+    feedback::Messages messages_{recorder_};
+    playlists::WeekendState state_;
+    std::vector<matching::SearchEntry> added_;
+    int weekendsChosen_ = 0;
+    std::unique_ptr<SongListPage> page_;
+    std::optional<ShownPage> shown_;
+    uikit::NewListCtrl* list_ = nullptr;
+    QComboBox* date_ = nullptr;
+    QComboBox* year_ = nullptr;
+    uikit::LinkLabel* guest_ = nullptr;
+    uikit::LinkLabel* link_ = nullptr;
+};
+
+// --- Dates ---
+
+TEST_F(SongListPageTest, OffersTheDatesOfItsShowInEachYear) {
+    struct Case {
+        SongView view;
+        int year;
+        int count;
+        const char* newest;
+        const char* oldest;
+    };
+    const Case cases[] = {
+        {SongView::Results, 2006, 27, "Saturday night, 8 July", "Saturday night, 7 January"},
+        {SongView::Friday, 2006, 27, "Friday night, 7 July", "Friday night, 6 January"},
+        {SongView::SaturdayMorning, 2006, 27, "Saturday morning, 8 July",
+         "Saturday morning, 7 January"},
+        {SongView::SaturdayNight, 2005, 53, "Saturday night, 31 December",
+         "Saturday night, 1 January"},
+        {SongView::Friday, 1998, 52, "Friday night, 25 December", "Friday night, 2 January"},
+    };
+    for (const Case& c : cases) {
+        Open(c.view);
+        EXPECT_EQ(year_->count(), 9);
+        EXPECT_EQ(year_->itemText(8), QStringLiteral("1998"));
+        for (int year = 2006; year > c.year; --year) QTest::keyClick(year_, Qt::Key_Down);
+        EXPECT_EQ(date_->count(), c.count) << c.newest;
+        EXPECT_EQ(date_->itemText(0).toStdString(), c.newest);
+        EXPECT_EQ(date_->itemText(c.count - 1).toStdString(), c.oldest);
+    }
+}
+
+TEST_F(SongListPageTest, AChoiceIsAWeekendToLoad) {
+    for (const SongView view : AllViews) {
+        Open(view);
+        weekendsChosen_ = 0;
+        state_.reloadRequested = false;
+        QTest::keyClick(date_, Qt::Key_Down);
+        EXPECT_EQ(weekendsChosen_, 1);
+        EXPECT_TRUE(state_.reloadRequested);
+        EXPECT_EQ(state_.displayedWeekend, playlists::WeekendAt(At("2006-06-30 12:00:00")));
+        QTest::keyClick(year_, Qt::Key_Down);
+        EXPECT_EQ(weekendsChosen_, 2);
+        EXPECT_EQ(DateOf(state_.displayedWeekend.anchor), "2005-12-30");
+        EXPECT_EQ(DateOf(state_.displayedWeekend.saturdayMorning), "2005-12-31");
+        EXPECT_TRUE(playlists::IsMorningShow(state_.displayedWeekend.saturdayMorning));
+        state_.displayedWeekend = playlists::WeekendAt(state_.latestWeekend);
+    }
+    EXPECT_EQ(list_->GetRowCount(), 1) << "nothing is loaded or shown by the page itself";
+}
+
+TEST_F(SongListPageTest, OnlyTheUserChooses) {
+    Open(SongView::Friday);
+    state_.displayedWeekend = playlists::WeekendAt(At("2006-05-05 12:00:00"));
+    page_->OnSetActive();
+    EXPECT_EQ(Date(), "Friday night, 5 May");
+    page_->FillYearCombo();
+    EXPECT_EQ(Date(), "Friday night, 7 July");
+    list_->setFocus();
+    QWheelEvent wheel(QPointF(5, 5), date_->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, {}, {},
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(date_, &wheel);
+    EXPECT_EQ(Date(), "Friday night, 7 July");
+    EXPECT_EQ(weekendsChosen_, 0);
+    EXPECT_FALSE(state_.reloadRequested);
+    EXPECT_EQ(state_.displayedWeekend, playlists::WeekendAt(At("2006-05-05 12:00:00")));
+}
+
+TEST_F(SongListPageTest, CountsTheDateFromTheYearShownBeforeWhenTheYearChanges) {
+    struct Case {
+        const char* displayed;
+        const char* year;
+        const char* first;   // what the box shows when the year had to change
+        const char* second;  // and when the page comes to the front once more
+    };
+    const Case cases[] = {
+        {"2006-04-14 12:00", "2006", "Friday night, 14 April", "Friday night, 14 April"},
+        {"2005-12-23 11:00", "2005", "Friday night, 17 June", "Friday night, 23 December"},
+        {"2005-01-07 11:00", "2005", "", "Friday night, 7 January"},
+    };
+    for (const Case& c : cases) {
+        Open(SongView::Friday);
+        state_.displayedWeekend = playlists::WeekendAt(At(c.displayed));
+        page_->OnSetActive();
+        EXPECT_EQ(year_->currentText().toStdString(), c.year);
+        EXPECT_EQ(Date(), c.first);
+        page_->OnSetActive();
+        EXPECT_EQ(Date(), c.second);
+    }
+}
+
+TEST_F(SongListPageTest, LivesThroughWildDates) {
+    struct Case {
+        EpochSeconds latest;
+        int years;
+    };
+    const Case cases[] = {
+        {0, 0},
+        {At("1997-06-06 12:00"), 0},
+        {At("2150-03-06 12:00"), 153},
+        {At("12000-01-07 12:00"), 8002},  // down from 9999
+        {-(EpochSeconds{1} << 40), 0},
+        {EpochSeconds{1} << 60, 0},  // no calendar goes so far
+    };
+    for (const Case& c : cases) {
+        for (const EpochSeconds displayed : {EpochSeconds{0}, c.latest, EpochSeconds{1} << 59}) {
+            state_.latestWeekend = c.latest;
+            state_.displayedWeekend = playlists::WeekendAt(displayed);
+            for (const SongView view : AllViews) {
+                Open(view);
+                page_->OnSetActive();
+                page_->RefreshSongPage();
+                QTest::keyClick(year_, Qt::Key_Down);
+                QTest::keyClick(date_, Qt::Key_Down);
+                page_->FillYearCombo();
+                EXPECT_LE(date_->count(), 53);
+                EXPECT_EQ(year_->count(), c.years) << c.latest;
+            }
+        }
+    }
+}
+
+// --- Labels ---
+
+TEST_F(SongListPageTest, NamesTheGuestOfTheNightsThatHeHas) {
+    struct Case {
+        SongView view;
+        GuestInfo guest;
+        const char* text;
+        const char* target;  // null: no link
+    };
+    const GuestInfo linked = {"Bands && Friends\n<b>\x90", "http://x/guest.htm", false};
+    const GuestInfo both = {"Bands & Friends", " ", true};
+    const char* const shown = "Bands & Friends\n<b>\xEF\xBF\xBD";
+    const Case cases[] = {
+        {SongView::Results, linked, shown, "http://x/guest.htm"},
+        {SongView::Friday, linked, "", nullptr},
+        {SongView::SaturdayMorning, linked, "", nullptr},
+        {SongView::SaturdayNight, linked, shown, "http://x/guest.htm"},
+        {SongView::Friday, both, "Bands & Friends", nullptr},
+        {SongView::SaturdayMorning, both, "", nullptr},
+        {SongView::SaturdayNight, {" \n", "http://x/", true}, "", nullptr},
+    };
+    for (const Case& c : cases) {
+        state_.guest.shown = {"Somebody", "http://x/before.htm", true};
+        Open(c.view);
+        page_->resize(1200, 700);
+        state_.guest.shown = c.guest;
+        page_->RefreshSongPage();
+        EXPECT_EQ(guest_->text().toStdString(), c.text);
+        EXPECT_EQ(guest_->IsLink(), c.target != nullptr) << c.text;
+        EXPECT_FALSE(guest_->font().underline());
+        links_.opened.clear();
+        QTest::mouseClick(guest_, Qt::LeftButton);
+        EXPECT_EQ(links_.opened, c.target != nullptr ? Strings{c.target} : Strings()) << c.text;
+    }
+}
+
+TEST_F(SongListPageTest, LeadsToThePlaylistOfItsShow) {
+    const std::pair<SongView, const char*> cases[] = {
+        {SongView::Friday, "http://site/2006-07-07 12:00:00"},
+        {SongView::SaturdayMorning, "http://site/2006-07-08 06:00:00"},
+        {SongView::SaturdayNight, "http://site/2006-07-08 12:00:00"},
+    };
+    for (const auto& [view, address] : cases) {
+        Open(view);
+        EXPECT_EQ(link_->text(), QStringLiteral("Click for online playlist"));
+        EXPECT_TRUE(link_->IsLink());
+        EXPECT_EQ(link_->Target().toStdString(), address);
+    }
+    state_.displayedWeekend = {};
+    page_->RefreshSongPage();
+    EXPECT_EQ(link_->Target().toStdString(), cases[2].second) << "no show, nothing new";
+    Open(SongView::Friday);
+    EXPECT_EQ(link_->text(), QStringLiteral("<Playlist link>"));
+}
+
+TEST_F(SongListPageTest, SaysOnTheResultsWhetherTheNewPlaylistsAreOut) {
+    Open(SongView::Results);
+    EXPECT_EQ(link_->text(), QStringLiteral("New playlists not available yet"));
+    state_.latestIsCurrent = true;
+    page_->RefreshSongPage();
+    EXPECT_EQ(link_->text(), QStringLiteral("This weekend's playlists are out now!"));
+    EXPECT_TRUE(link_->font().bold());
+    EXPECT_FALSE(link_->IsLink());
+}
+
+TEST_F(SongListPageTest, ANarrowPageHasOneLineForTheGuestAndOneForTheLink) {
+    state_.guest.shown = {"Bands\nand Friends", "http://x/guest.htm", false};
+    Open(SongView::SaturdayNight);
+    page_->resize(350, 300);
+    for (int times = 0; times < 2; ++times) {
+        EXPECT_EQ(guest_->text(), QStringLiteral("Bands and Friends"));
+        EXPECT_EQ(link_->x(), guest_->x());
+        EXPECT_EQ(link_->y(), guest_->geometry().bottom() + 1);
+        page_->RefreshSongPage();
+    }
+    page_->resize(1200, 700);
+    EXPECT_EQ(guest_->text(), QStringLiteral("Bands\nand Friends"));
+    EXPECT_LT(link_->y(), guest_->y());
+}
+
+// --- Songs ---
+
+TEST_F(SongListPageTest, ListsAShowAndMarksTheMatches) {
+    Open(SongView::Friday);
+    EXPECT_EQ(Rows(), (Strings{"11:30pm|Fish & Chips <b>|R\xF6yk\xE4|new",
+                               "~1:05am|9 Rooms\x90\t!|Mina && Vale|"}));
+    EXPECT_EQ(list_->Model().FindRecord(0), nullptr);
+    EXPECT_EQ(list_->GetRowRecord(1).backColour, uikit::Rgb(255, 128, 128));
+    EXPECT_EQ(Spoken(0), (Strings{"11:30pm", "Fish & Chips <b>", "R\xC3\xB6yk\xC3\xA4", "new"}));
+    EXPECT_EQ(Spoken(1), (Strings{"~1:05am, matched", "9 Rooms\xC2\x90\t! (matched)",
+                                  "Mina && Vale (matched)", "Comment: empty (matched)"}));
+    const auto hasStar = [this](int row) {
+        const QRect cell = list_->CellRect(row, 0);
+        const QImage gap = list_->viewport()
+                               ->grab({cell.right() - 2, cell.top() + 1, 6, cell.height() - 2})
+                               .toImage();
+        return gap.pixelColor(3, gap.height() / 2) != gap.pixelColor(3, 0);
+    };
+    EXPECT_TRUE(hasStar(1));
+    EXPECT_FALSE(hasStar(0));
+    ClickRow(1);
+    QTest::keyClick(list_, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(),
+              QStringLiteral("~1:05am\t9 Rooms  !\tMina && Vale\t"));
+    EXPECT_TRUE(hasStar(1)) << "selected, too";
+    ClickRow(1);
+    EXPECT_EQ(list_->EditCount(), 0);
+}
+
+TEST_F(SongListPageTest, ListsTheMatchesShowByShow) {
+    Open(SongView::Results);
+    EXPECT_EQ(Rows(), (Strings{"|Friday night|7 July 2006|", "~1:05am|9 Rooms\x90\t!|Mina && Vale|",
+                               "|Saturday morning|8 July 2006|", "|<No matches>||",
+                               "|Saturday night|8 July 2006|", "12:00am|Noon|The Lanterns|"}));
+    const uikit::RowRecord& heading = list_->GetRowRecord(2);
+    EXPECT_EQ(heading.flags, uikit::ReadOnlyRow);
+    EXPECT_EQ(heading.backColour, uikit::Rgb(0, 0, 255));
+    EXPECT_EQ(heading.textColour, uikit::Rgb(128, 255, 255));
+    EXPECT_EQ(Spoken(2)[0], "Time: empty, heading");
+    EXPECT_EQ(list_->GetRowRecord(3).flags, uikit::ReadOnlyRow);
+    EXPECT_EQ(list_->GetRowRecord(3).backColour, uikit::NoColour);
+    EXPECT_EQ(list_->GetRowRecord(5).backColour, uikit::NoColour) << "here all songs are matches";
+}
+
+TEST_F(SongListPageTest, AddsWhatTheSelectedRowSays) {
+    using Entries = std::vector<matching::SearchEntry>;
+    Open(SongView::Results);
+    shown_->Press("addSong");
+    shown_->Press("addArtist");
+    EXPECT_EQ(recorder_.Said(), Strings(2, "Error: Select a song/artist from the list first"));
+    for (const int row : {0, 1, 3}) {
+        ClickRow(row);
+        shown_->Press("addSong");
+        shown_->Press("addArtist");
+    }
+    EXPECT_EQ(added_, (Entries{{"Friday night", "7 July 2006"},
+                               {"", "7 July 2006"},
+                               {"9 Rooms\x90\t!", "Mina && Vale"},
+                               {"", "Mina && Vale"},
+                               {"<No matches>", ""},
+                               {"", ""}}));
+    EXPECT_EQ(recorder_.Said().size(), 2U);
+}
+
+TEST_F(SongListPageTest, KeepsTheReadersPlaceWhenTheListIsShownAnew) {
+    for (playlists::Playlist& playlist : state_.playlists) {
+        playlist.assign(80, Matched(MakeSong(700, false, "Same", "Title", {})));
+        playlist[40] = Matched(MakeSong(700, false, "Other", "Title", {}));
+    }
+    Open(SongView::Friday);
+    const auto place = [this] { return std::pair(list_->SelectedRow(), list_->TopRow()); };
+    list_->SelectRow(50);
+    list_->SetTopRow(45);
+    for (Song& song : state_.playlists[0]) song.matched = false;
+    page_->RefreshSongPage();
+    EXPECT_EQ(place(), std::pair(50, 45));
+    EXPECT_EQ(list_->GetRowRecord(50).backColour, uikit::NoColour);
+
+    Open(SongView::Results);  // the second show's songs begin in row 3
+    list_->SelectRow(43);
+    list_->SetTopRow(40);
+    for (int i = 0; i < 10; ++i) state_.playlists[0][i].matched = true;
+    page_->RefreshSongPage();
+    EXPECT_EQ(place(), std::pair(52, 49)) << "ten more above, one <No matches> less";
+    state_.playlists[1][40].matched = false;
+    state_.playlists[2][40].matched = false;
+    page_->RefreshSongPage();
+    EXPECT_EQ(place(), std::pair(-1, 49)) << "it has gone";
+    list_->SelectRow(50);
+    state_.displayedWeekend = playlists::WeekendAt(At("2006-06-30 12:00:00"));
+    page_->RefreshSongPage();
+    EXPECT_EQ(place(), std::pair(-1, 0)) << "another weekend";
+}
+
+// --- The page ---
+
+TEST_F(SongListPageTest, IsReachedByTabAndLeftByExitOrEscape) {
+    state_.guest.shown = {"Somebody", "http://x/guest.htm", false};
+    Open(SongView::SaturdayNight);
+    EXPECT_EQ(shown_->NamesByTab("songs"),
+              (Strings{"Songs", "Add artist to search list", "Add song to search list", "Exit",
+                       "Saturday night, 8 July", "2006", "Somebody", "Click for online playlist"}));
+    EXPECT_EQ(date_->accessibleDescription(), QStringLiteral("Show date"));
+    EXPECT_EQ(year_->accessibleDescription(), QStringLiteral("Year"));
+    EXPECT_EQ(shown_->Find<QWidget>("generate"), nullptr);
+    shown_->Press("exit");
+    list_->setFocus();
+    QTest::keyClick(list_, Qt::Key_Escape);
+    EXPECT_EQ(shown_->exits, 2);
+    QTest::keyClick(list_, Qt::Key_Return);
+    EXPECT_EQ(added_.size() + static_cast<std::size_t>(weekendsChosen_), 0U);
+}
+
+TEST_F(SongListPageTest, DoesNothingBeforeItIsCreatedAndCanBeMadeOnTheScreen) {
+    SongPageWorld world;
+    world.state = &state_;
+    world.messages = &messages_;
+    SongListPage page(SongView::Results, QStringLiteral("Results"), world);
+    page.FillYearCombo();
+    page.OnSetActive();
+    page.RefreshSongPage();
+    EXPECT_EQ(page.List(), nullptr);
+    page.resize(600, 400);
+    page.show();
+    page.Create();
+    EXPECT_EQ(page.size(), QSize(600, 400));
+    for (const QWidget* control : uikit::ControlsOf(page)) {
+        EXPECT_TRUE(control->isVisible()) << control->objectName().toStdString();
+    }
+}
+
+}  // namespace
+}  // namespace ostrova::pages
