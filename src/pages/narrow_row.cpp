@@ -10,6 +10,9 @@
 namespace ostrova::pages {
 namespace {
 
+// Between the controls of a row that has room after all.
+constexpr int RoomyGap = 8;
+
 struct Place {
     QWidget* control = nullptr;
     int wanted = 0;  // the width that the template gives it, or more where its text needs more
@@ -90,7 +93,11 @@ void KeepRowApart(const QWidget& page, std::initializer_list<int> ids, int gap) 
         int left = row.front().control->x();
         const int last = EndOf(*row.back().control);
         const int end = last <= page.width() ? last : page.width() - left;
-        Share(row, std::max(end - left - gap * static_cast<int>(row.size() - 1), 1));
+        const int gaps = static_cast<int>(row.size()) - 1;
+        Share(row, std::max(end - left - gap * gaps, 1));
+        int taken = 0;
+        for (const Place& place : row) taken += place.wanted;
+        if (gap > 0 && taken + RoomyGap * gaps <= end - left) gap = RoomyGap;
         for (const Place& place : row) {
             const QRect now = place.control->geometry();
             // The last keeps to its edge: what is left over stands before it.

@@ -1,5 +1,8 @@
 #include "pages/song_arrangement.h"
 
+#include <QComboBox>
+#include <QStyle>
+#include <QStyleOptionComboBox>
 #include <algorithm>
 
 #include "pages/narrow_row.h"
@@ -17,6 +20,24 @@ using uikit::LinkLabel;
 
 int LineHeight(const QWidget& label) {
     return label.fontMetrics().height();
+}
+
+/// Makes room for the longest date, where the template's font would have been narrower; the year
+/// and the label make way.
+void WidenDates(const QWidget& page, LinkLabel& label) {
+    auto* dates = ControlAs<QComboBox>(page, SongShowDate);
+    QWidget& year = *ControlById(page, SongYear);
+    const QString longest = QStringLiteral("Saturday morning, 27 September");
+    QStyleOptionComboBox option;
+    option.initFrom(dates);
+    const QSize text(dates->fontMetrics().horizontalAdvance(longest), dates->height());
+    const int needed =
+        dates->style()->sizeFromContents(QStyle::CT_ComboBox, &option, text, dates).width();
+    const int missing = needed - dates->width();
+    if (missing <= 0 || page.width() < needed + year.width() + 2 * dates->x()) return;
+    dates->resize(needed, dates->height());
+    year.move(year.x() + missing, year.y());
+    label.setGeometry(label.geometry().adjusted(missing, 0, 0, 0));
 }
 
 /// Beside the boxes, on a line with their texts.
@@ -48,6 +69,7 @@ void PutUnder(LinkLabel& guest, LinkLabel& label, QWidget& list) {
 void ArrangeSongPage(const QWidget& page, const QString& guestText) {
     auto* guest = ControlAs<LinkLabel>(page, SongGuest);
     auto* link = ControlAs<LinkLabel>(page, SongPlaylistLink);
+    WidenDates(page, *link);
     const bool fits = link->fontMetrics().horizontalAdvance(link->text()) <= link->width();
     QString text = guestText;
     if (!fits) text = text.trimmed().replace(QLatin1Char('\n'), QLatin1Char(' '));
