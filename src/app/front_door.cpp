@@ -98,10 +98,17 @@ void ListenForSignals() {
     application.RunBackground();
 }
 
+/// The folder that this program lies in, with its separator; where the system can't tell (no
+/// /proc), the one that it was configured for: never whatever folder is the current one.
+std::string ProgramFolder() {
+    const std::string program = platform::ProgramPath();
+    if (program.empty()) return util::JoinPath(OSTROVA_CONFIGURED_BINDIR, "");
+    return std::string(util::FolderPart(program));
+}
+
 /// Becomes the program with the window; returns only when there is none.
 int OpenWindow(const std::vector<std::string>& words) {
-    const std::string program = platform::ProgramPath();
-    const std::string folder(util::FolderPart(program));
+    const std::string folder = ProgramFolder();
     const std::string beside = folder + WindowProgram;
     const std::string installed = util::JoinPath(folder + OSTROVA_LIBEXEC, WindowProgram);
     for (const std::string& path : {beside, installed}) {

@@ -88,7 +88,11 @@ debian)
     cpack -G DEB --config "$place/CPackConfig.cmake" -B "$packed" \
         -D CPACK_INSTALL_PREFIX=/usr >"$packed/log" 2>&1 || { cat "$packed/log"; exit 1; }
     lintian --fail-on error,warning --allow-root "$packed"/*.deb
-    for library in libc6 libcurl4 libstdc++6 libutf8proc2; do
+    libraries='libc6 libcurl4 libstdc++6 libutf8proc2'
+    if dpkg-deb -c "$packed"/*.deb | grep -q ostrova-window; then
+        libraries="$libraries libqt6gui6 libqt6widgets6"
+    fi
+    for library in $libraries; do
         dpkg-deb -f "$packed"/*.deb Depends | grep -qF "$library" ||
             { echo "no dependency on $library"; exit 1; }
     done
