@@ -184,6 +184,7 @@ protected:
     /// The file that the user chooses for a cell, with its folder; null when he cancels.
     [[nodiscard]] virtual QString BrowseForFile(bool isForSaving);
 
+    void doItemsLayout() override;
     [[nodiscard]] int sizeHintForColumn(int column) const override;
     [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
         const QModelIndex& index, const QEvent* event) const override;
@@ -242,7 +243,8 @@ private:
     std::vector<float> columnShares_;
     int minColumnWidth_ = 12;
     bool autoFitColumns_ = false;
-    bool resizing_ = false;  // the list itself changes widths
+    bool resizing_ = false;       // the list itself changes widths
+    bool layoutPending_ = false;  // a row was put in since the view last read them all
 
     bool sortEnabled_ = false;
     int sortColumn_ = -1;

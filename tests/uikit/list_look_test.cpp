@@ -134,6 +134,19 @@ TEST_F(ListLookTest, ShowsTheFocusOnlyWithTheFocus) {
     EXPECT_TRUE(hasDots);
 }
 
+TEST_F(ListLookTest, ShowsRowsThatComeOneByOneWhereTheyAre) {
+    const int height = list_->CellRect(0, 0).height();
+    list_->InsertRow(0, {"top"});
+    list_->InsertRow(0, {"first"});
+    EXPECT_EQ(list_->CellRect(4, 0).top(), 4 * height);
+    list_->InsertRow(5, {"end"});
+    list_->SelectRow(5);
+    for (const int row : {0, 3, 8}) list_->InsertRow(row, {"more"});
+    EXPECT_EQ(list_->SelectedRow(), 7);
+    EXPECT_EQ(list_->CellText(7, 0), "end");
+    EXPECT_EQ(list_->CellRect(8, 0).top(), 8 * height);
+}
+
 TEST_F(ListLookTest, TipsOnlyWhereTheTextIsCut) {
     const auto tipOver = [this](int row, int column) {
         QToolTip::hideText();
