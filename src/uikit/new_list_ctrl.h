@@ -229,7 +229,8 @@ private:
     void MoveCellChoice(int step);
     void CopySelection() const;
     void FillContextMenu(QMenu& menu);
-    void ReportKeySelection(int before);
+    /// Tells of a selection that the platform may have changed by itself.
+    void ReportSelection(int before);
     void ShowTip(QPoint point, QPoint globalPoint);
 
     ListModel model_;
