@@ -239,13 +239,13 @@ private:
     int drawMode_ = 0;
     bool ownerDrawn_ = false;
     bool showSelectionAlways_ = false;
+    bool layoutPending_ = false;  // a row was put in since the view last read them all
 
     std::vector<ColumnKind> columnKinds_;
     std::vector<float> columnShares_;
     int minColumnWidth_ = 12;
     bool autoFitColumns_ = false;
-    bool resizing_ = false;       // the list itself changes widths
-    bool layoutPending_ = false;  // a row was put in since the view last read them all
+    bool resizing_ = false;  // the list itself changes widths
 
     bool sortEnabled_ = false;
     int sortColumn_ = -1;
