@@ -139,6 +139,16 @@ double FillAndFrame(const std::vector<RowTexts>& rows) {
     });
 }
 
+/// Row by row, at the bottom or at the top, as owners do that make a row at a time.
+double InsertAndFrame(const std::vector<RowTexts>& rows, bool isAtTop) {
+    NewListCtrl list;
+    SetUp(list);
+    return TimeOf([&] {
+        for (const RowTexts& row : rows) list.InsertRow(isAtTop ? 0 : list.GetRowCount(), row);
+        Frame(list);
+    });
+}
+
 double FillAndFrameBare(const std::vector<RowTexts>& rows) {
     ListModel model;
     for (int column = 0; column < Columns; ++column) model.InsertColumn(column, "x", Qt::AlignLeft);
@@ -260,6 +270,13 @@ int main(int argc, char** argv) {
     Compare(
         "100,000 rows: fill and first frame / QTreeWidget", 5, 1.0 / 8,
         [] { return FillAndFrame(Many()); }, [] { return FillAndFrameTree(Many()); });
+    for (const bool isAtTop : {false, true}) {
+        Compare(
+            isAtTop ? "100,000 rows: the same row by row at the top / QTreeWidget"
+                    : "100,000 rows: the same row by row / QTreeWidget",
+            5, 1.0 / 8, [isAtTop] { return InsertAndFrame(Many(), isAtTop); },
+            [] { return FillAndFrameTree(Many()); });
+    }
     Compare(
         "100,000 rows: fill and first frame / bare view", 9, 1.3,
         [] { return FillAndFrame(Many()); }, [] { return FillAndFrameBare(Many()); });

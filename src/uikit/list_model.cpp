@@ -103,6 +103,12 @@ void ListModel::InsertRow(int row, RowTexts texts) {
     endInsertRows();
 }
 
+bool ListModel::InsertRowUntold(int row, RowTexts& texts) {
+    if (row != rowCount() && !persistentIndexList().isEmpty()) return false;
+    rows_.insert(rows_.begin() + row, Row{std::move(texts), nullptr, 0, 0});
+    return true;
+}
+
 void ListModel::AppendRows(std::vector<RowTexts> rows) {
     if (rows.empty()) return;
     beginInsertRows({}, rowCount(), rowCount() + static_cast<int>(rows.size()) - 1);

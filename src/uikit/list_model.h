@@ -38,6 +38,9 @@ public:
     /// Inserts a copy of column `from`, its texts included, before the column at `to`.
     void CopyColumn(int from, int to);
     void InsertRow(int row, RowTexts texts);
+    /// The same for views that are about to lay out all rows anyway, without telling them. False,
+    /// with nothing done, when someone remembers a place that the row would move.
+    [[nodiscard]] bool InsertRowUntold(int row, RowTexts& texts);
     /// Adds the rows at the end, with one notification.
     void AppendRows(std::vector<RowTexts> rows);
     void RemoveRow(int row);

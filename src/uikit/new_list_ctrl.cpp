@@ -1,5 +1,6 @@
 #include "uikit/new_list_ctrl.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QPainter>
 #include <QScrollBar>
@@ -53,8 +54,17 @@ NewListCtrl::~NewListCtrl() {
 
 // --- Rows ---
 
+/// Row by row, a long fill would mostly consist of telling the view what it knows.
 void NewListCtrl::InsertRow(int row, RowTexts texts) {
+    const bool isKnown = layoutPending_ && !QAccessible::isActive();
+    if (isKnown && model_.InsertRowUntold(row, texts)) return;
     model_.InsertRow(row, std::move(texts));
+    layoutPending_ = true;
+}
+
+void NewListCtrl::doItemsLayout() {
+    layoutPending_ = false;
+    QTreeView::doItemsLayout();
 }
 
 void NewListCtrl::AppendRows(std::vector<RowTexts> rows) {

@@ -190,6 +190,7 @@ protected:
     /// The file that the user chooses for a cell, with its folder; null when he cancels.
     [[nodiscard]] virtual QString BrowseForFile(bool isForSaving);
 
+    void doItemsLayout() override;
     [[nodiscard]] int sizeHintForColumn(int column) const override;
     [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
         const QModelIndex& index, const QEvent* event) const override;
@@ -236,7 +237,8 @@ private:
     void MoveCellChoice(int step);
     void CopySelection() const;
     void FillContextMenu(QMenu& menu);
-    void ReportKeySelection(int before);
+    /// Tells of a selection that the platform may have changed by itself.
+    void ReportSelection(int before);
     void ShowTip(QPoint point, QPoint globalPoint);
 
     ListModel model_;
@@ -245,6 +247,7 @@ private:
     int drawMode_ = 0;
     bool ownerDrawn_ = false;
     bool showSelectionAlways_ = false;
+    bool layoutPending_ = false;  // a row was put in since the view last read them all
 
     std::vector<ColumnKind> columnKinds_;
     std::vector<float> columnShares_;

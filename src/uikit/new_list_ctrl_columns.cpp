@@ -64,13 +64,16 @@ void NewListCtrl::MoveColumn(int from, int to) {
         const Flagged own(resizing_);
         model_.CopyColumn(from, to);
         model_.RemoveColumn(old);
+        // The copy was not yet there when its rows were selected.
+        selectionModel()->select(selectionModel()->selection(),
+                                 QItemSelectionModel::Select | QItemSelectionModel::Rows);
     }
     const int now = to <= from ? to : to - 1;
     // What belongs to a column by its number goes with it.
-    if (std::max(from, now) < static_cast<int>(columnKinds_.size())) {
-        columnKinds_.erase(columnKinds_.begin() + from);
-        columnKinds_.insert(columnKinds_.begin() + now, kind);
-    }
+    const auto count = static_cast<std::size_t>(GetColumnCount());
+    columnKinds_.resize(std::max(columnKinds_.size(), count), sort_kind::Natural);
+    columnKinds_.erase(columnKinds_.begin() + from);
+    columnKinds_.insert(columnKinds_.begin() + now, kind);
     for (int* column :
          {&sortColumn_, &previousSortColumn_, &fixedSecondaryColumn_, &leastFittedColumn_}) {
         if (*column == from) {

@@ -37,7 +37,9 @@ void NewListCtrl::mousePressEvent(QMouseEvent* event) {
     chosenColumn_ = -1;
     if (event->button() == Qt::LeftButton) return OnLeftPress(event);
     setFocus(Qt::MouseFocusReason);
+    const int before = SelectedRow();
     QTreeView::mousePressEvent(event);
+    ReportSelection(before);
 }
 
 /// The second press of a double click is a press like any other.
@@ -205,10 +207,10 @@ void NewListCtrl::keyPressEvent(QKeyEvent* event) {
     } else {
         QTreeView::keyPressEvent(event);
     }
-    ReportKeySelection(before);
+    ReportSelection(before);
 }
 
-void NewListCtrl::ReportKeySelection(int before) {
+void NewListCtrl::ReportSelection(int before) {
     const int now = SelectedRow();
     if (!selectionCallback_ || now == before) return;
     if (now >= 0) {

@@ -133,8 +133,8 @@ void RowDrag::MoveImage() {
 void RowDrag::PaintMarker(QPainter& painter, const NewListCtrl& list, int row) {
     constexpr int TickLength = 3;
     const int last = list.GetRowCount() - 1;
-    if (last < 0) return;
-    const QRect rect = list.RowIn(list.CellRect(std::min(row, last), 0));
+    const QRect topLine(0, 0, 1, 1);  // of a list that has no row yet
+    const QRect rect = list.RowIn(last < 0 ? topLine : list.CellRect(std::min(row, last), 0));
     const int y = row > last ? rect.bottom() : std::max(rect.top(), 0);
     const int left = std::max(rect.left(), 0);
     const int right = std::min(rect.right(), list.viewport()->width() - 1);

@@ -4,10 +4,11 @@
 #include <QLabel>
 #include <QScrollArea>
 #include <QTimer>
+#include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "uikit/cell_choice.h"
 #include "uikit/cell_edit.h"
 #include "uikit/new_list_ctrl.h"
 
@@ -15,6 +16,31 @@ namespace ostrova::gallery {
 namespace {
 
 using namespace uikit;
+
+/// Stores what its cells are given and moves the rows that are dragged.
+class LiveList : public NewListCtrl {
+public:
+    explicit LiveList(QWidget* parent) : NewListCtrl(parent) {
+        connect(this, &NewListCtrl::endLabelEdit, this, [this](const CellNotice& notice) {
+            if (notice.row < 0 || !notice.text) return;
+            SetCellText(notice.row, notice.column, *notice.text);
+            SortBy(-1, true);
+        });
+    }
+
+    [[nodiscard]] bool CanDrag(int) const override { return true; }
+    void OnDrop(NewListCtrl& target, int sourceRow, int dropRow) override {
+        RowTexts texts;
+        for (int column = 0; column < GetColumnCount(); ++column) {
+            texts.emplace_back(CellText(sourceRow, column));
+        }
+        DeleteRow(sourceRow);
+        const bool isBehindGap = &target == this && dropRow > sourceRow;
+        const int row = std::min(isBehindGap ? dropRow - 1 : dropRow, target.GetRowCount());
+        target.InsertRow(row, std::move(texts));
+        target.SelectRow(row);
+    }
+};
 
 class Page {
 public:
@@ -31,7 +57,7 @@ public:
     NewListCtrl* Add(const char* caption) {
         auto* label = new QLabel(QString::fromLatin1(caption), page_);
         label->setTextFormat(Qt::PlainText);
-        auto* list = new NewListCtrl(page_);
+        auto* list = new LiveList(page_);
         list->setAccessibleName(label->text());
         list->SetDrawMode(2);
         list->SetAutoFitColumns(true);
@@ -84,12 +110,17 @@ void ColourRows(NewListCtrl& list) {
 }
 
 void AddPlainAndSorted(Page& page) {
-    AddSongs(page, "A row selected, texts cut")->SelectRow(1);
+    NewListCtrl* plain = AddSongs(page, "Labels, texts, names to read, choices");
+    plain->SetColumnKinds(
+        {sort_kind::NoCase, sort_kind::NoCase, click_kind::ReadOnly, click_kind::Custom});
+    plain->SetEditLabels(true);
+    plain->SelectRow(1);
     NewListCtrl* ascending = AddSongs(page, "Sorted ascending by value");
     ascending->SetSortEnabled(true);
     ascending->SortBy(1, true);
     NewListCtrl* descending = AddSongs(page, "Sorted descending, blanks last");
     descending->SortBy(3, false);
+    descending->SetHeaderDragEnabled(true);
 }
 
 void AddColours(Page& page) {

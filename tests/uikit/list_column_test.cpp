@@ -264,8 +264,11 @@ protected:
 };
 
 TEST_F(MovedListTest, MovesAColumnWithAllThatIsItsOwn) {
+    list_->SelectRow(1);
     list_->MoveColumn(2, 0);
     EXPECT_EQ(Titles(), (Strings{"Column 2", "Column 0", "Column 1"}));
+    EXPECT_TRUE(list_->IsRowSelected(1));
+    EXPECT_EQ(list_->currentIndex().row(), 1);
     EXPECT_EQ(Column(*list_, 0), (Strings{"", "c"}));
     EXPECT_EQ(Column(*list_, 1), (Strings{"d", "a"}));
     EXPECT_EQ(Widths(*list_), (Ints{80, 100, 60}));
@@ -275,6 +278,10 @@ TEST_F(MovedListTest, MovesAColumnWithAllThatIsItsOwn) {
     EXPECT_EQ(Titles(), (Strings{"Column 0", "Column 1", "Column 2"}));
     EXPECT_EQ(Widths(*list_), (Ints{100, 60, 80}));
     EXPECT_EQ(list_->SortColumn(), 2);
+    list_->SetColumnKinds({3});
+    list_->MoveColumn(0, 3);
+    EXPECT_EQ(list_->KindOf(0), 1);
+    EXPECT_EQ(list_->KindOf(2), 3);
 }
 
 TEST_F(MovedListTest, MovesColumnsByTheirHeadersWhenAskedTo) {

@@ -79,6 +79,10 @@ TEST_F(ListDragTest, ShowsTheRowAndTheMarkerUntilTheDrop) {
         return left_->viewport()->grab().toImage().pixelColor(100, third.top());
     };
     const QColor plain = markerPixel();
+    right_->DeleteAllRows();
+    const auto emptyPixel = [this] {
+        return right_->viewport()->grab().toImage().pixelColor(100, 0);
+    };
     Press(1);
     EXPECT_EQ(Image(), nullptr);
     Move(At(1) + QPoint(0, 30));
@@ -86,6 +90,9 @@ TEST_F(ListDragTest, ShowsTheRowAndTheMarkerUntilTheDrop) {
     ASSERT_NE(Image(), nullptr);
     EXPECT_EQ(Image()->pos(), left_->viewport()->mapTo(&window_, At(2)) + QPoint(15, 15));
     EXPECT_NE(markerPixel(), plain);
+    EXPECT_EQ(emptyPixel(), plain);
+    Move(At(2) + QPoint(310, 0));
+    EXPECT_NE(emptyPixel(), plain) << "a list without rows";
     QTest::keyClick(left_, Qt::Key_Escape);
     EXPECT_EQ(Image(), nullptr);
     EXPECT_EQ(markerPixel(), plain);

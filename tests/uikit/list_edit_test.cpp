@@ -239,13 +239,15 @@ TEST_F(ListEditTest, EditsByKey) {
     QTest::keyClick(OpenEditor(), Qt::Key_Escape);
 }
 
-TEST_F(ListEditTest, TellsWhatTheKeyboardSelects) {
+TEST_F(ListEditTest, TellsWhatKeysAndTheRightButtonSelect) {
     list_->SelectRow(0);
     QTest::keyClick(list_, Qt::Key_Down);
     QTest::keyClick(list_, Qt::Key_End);
     QTest::keyClick(list_, Qt::Key_End);
     QTest::keyClicks(list_, QStringLiteral("a1"));
-    EXPECT_EQ(told_.selections, (Selections{{1, true}, {2, true}, {0, true}, {1, true}}));
+    QTest::mouseClick(list_->viewport(), Qt::RightButton, {}, list_->CellRect(2, 1).center());
+    EXPECT_EQ(told_.selections,
+              (Selections{{1, true}, {2, true}, {0, true}, {1, true}, {2, true}}));
 }
 
 TEST_F(ListEditTest, UnselectsWithASecondClickWhenAskedTo) {

@@ -12,13 +12,10 @@
 #include <string_view>
 #include <vector>
 
+#include "tests/uikit/widgets.h"
 #include "uikit/list_header.h"
 #include "uikit/new_list_ctrl.h"
 
-// So that a failure shows words.
-inline void PrintTo(const QString& text, std::ostream* out) {
-    *out << '"' << text.toStdString() << '"';
-}
 inline void PrintTo(const QColor& colour, std::ostream* out) {
     *out << colour.name().toStdString();
 }
