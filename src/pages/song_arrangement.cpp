@@ -1,7 +1,9 @@
 #include "pages/song_arrangement.h"
 
+#include <QPushButton>
 #include <algorithm>
 
+#include "pages/fitted_text.h"
 #include "pages/narrow_row.h"
 #include "resources/song_list_template.h"
 #include "uikit/dialog_builder.h"
@@ -23,6 +25,14 @@ int LineHeight(const QWidget& label) {
 void PutBeside(const QWidget& boxes, LinkLabel& label) {
     const int above = (boxes.height() - LineHeight(label)) / 2;
     label.setContentsMargins(0, std::clamp(above, 0, label.height() - LineHeight(label)), 0, 0);
+}
+
+/// Gives the two buttons at the left the width of their texts where the template gives less.
+void WidenButtons(QPushButton& artist, QPushButton& song) {
+    artist.resize(std::max(artist.width(), NeededWidth(artist)), artist.height());
+    const int left = artist.x() + artist.width() + NarrowGap;
+    song.setGeometry(std::max(song.x(), left), song.y(), std::max(song.width(), NeededWidth(song)),
+                     song.height());
 }
 
 /// Below the one line of the guest's text, or in its place when it is empty. A list that shows few
@@ -58,6 +68,8 @@ void ArrangeSongPage(const QWidget& page, const QString& guestText) {
         PutUnder(*guest, *link, *ControlById(page, SongList));
     }
     KeepRowApart(page, {SongShowDate, SongYear}, 0);  // they touch each other in the template
+    WidenButtons(*ControlAs<QPushButton>(page, SongAddArtist),
+                 *ControlAs<QPushButton>(page, SongAddSong));
     KeepRowApart(page, {SongAddArtist, SongAddSong, SongExit});
 }
 

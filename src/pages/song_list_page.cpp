@@ -105,9 +105,8 @@ void SongListPage::MakeList() {
     list_->InsertColumn(ArtistColumn, "Artist", Qt::AlignLeft, title);
     list_->InsertColumn(CommentColumn, "Comment", Qt::AlignLeft, width - time - 2 * title);
     const QFontMetrics metrics = list_->fontMetrics();
-    list_->SetLeastFittedWidth(TimeColumn,
-                               metrics.horizontalAdvance(QStringLiteral("~12:00am")) +
-                                   2 * uikit::CellMargin(metrics));
+    list_->SetLeastFittedWidth(TimeColumn, metrics.horizontalAdvance(QStringLiteral("~12:00am")) +
+                                               2 * uikit::CellMargin(metrics));
     using uikit::click_kind::ReadOnly;
     list_->SetColumnKinds({ReadOnly, ReadOnly, ReadOnly, ReadOnly});
     listing_ = std::make_unique<SongListing>(*list_);
@@ -226,8 +225,8 @@ bool SongListPage::ShowGuest() {
     const playlists::GuestInfo& guest = world_.state->guest.shown;
     if (shownGuest_ == guest) return false;
     shownGuest_ = guest;
-    const bool isTheirs = view_ != SongView::SaturdayMorning &&
-                          (view_ != SongView::Friday || guest.bothNights);
+    const bool isTheirs =
+        view_ != SongView::SaturdayMorning && (view_ != SongView::Friday || guest.bothNights);
     const bool isShown = isTheirs && !util::IsBlank(guest.text);
     guestText_ = isShown ? LabelText(*guest.text) : QString();
     if (!isShown || util::IsBlank(guest.link)) {

@@ -427,6 +427,17 @@ TEST_F(SongListPageTest, IsReachedByTabAndLeftByExitOrEscape) {
     EXPECT_EQ(added_.size() + static_cast<std::size_t>(weekendsChosen_), 0U);
 }
 
+TEST_F(SongListPageTest, SharesTheWidthOfTheTemplateAmongTheColumns) {
+    Open(SongView::Friday);
+    const int time = list_->columnWidth(0);
+    const int title = list_->columnWidth(1);
+    const int width = list_->viewport()->width();
+    EXPECT_NEAR(time, width / 5, 2);
+    EXPECT_NEAR(title, (width - time) * 2 / 5, 2);
+    EXPECT_NEAR(list_->columnWidth(2), title, 1);
+    EXPECT_EQ(list_->columnWidth(3), width - time - title - list_->columnWidth(2));
+}
+
 TEST_F(SongListPageTest, DoesNothingBeforeItIsCreatedAndCanBeMadeOnTheScreen) {
     SongPageWorld world;
     world.state = &state_;
