@@ -34,8 +34,7 @@ public:
         EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog_));
     }
     ~ShownPage() { page_.setParent(nullptr); }
-    ShownPage(const ShownPage&) = delete;
-    ShownPage& operator=(const ShownPage&) = delete;
+    Q_DISABLE_COPY(ShownPage)
 
     template <typename Control>
     [[nodiscard]] Control* Find(const char* name) const {
