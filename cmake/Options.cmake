@@ -28,6 +28,20 @@ if(OSTROVA_COVERAGE)
     target_compile_options(ostrova_options INTERFACE --coverage)
     target_link_options(ostrova_options INTERFACE --coverage)
 endif()
+# The guards of a program that reads what strangers send. The sanitizers and the counters stand in
+# their way, and _FORTIFY_SOURCE needs an optimising build.
+if(OSTROVA_HARDENING AND NOT OSTROVA_SANITIZE AND NOT OSTROVA_COVERAGE)
+    target_compile_options(ostrova_options INTERFACE -fstack-protector-strong
+        $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>)
+    target_link_options(ostrova_options INTERFACE -pie -Wl,-z,relro,-z,now)
+    # Most compilers make position-independent programs (-fPIE) unasked. The others are told in the
+    # way of the build system: Qt's headers accept -fPIC only.
+    include(CheckCXXSourceCompiles)
+    check_cxx_source_compiles("#ifndef __PIE__\n#error no\n#endif\nint main() {}" OSTROVA_PIE)
+    if(NOT OSTROVA_PIE)
+        set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+    endif()
+endif()
 
 # No path of the building machine gets into a binary: two folders give the same bytes, and the
 # compiler cache serves them both.

@@ -3,7 +3,9 @@
 BUILD_PACKAGES="g++ cmake ninja-build ccache pkg-config libcurl4-openssl-dev libsimpleini-dev
     libcli11-dev nlohmann-json3-dev libutf8proc-dev"
 WINDOW_PACKAGES="qt6-base-dev fonts-dejavu-core"
-TEST_PACKAGES="$WINDOW_PACKAGES libgtest-dev libgmock-dev git python3 tzdata"
+PACKAGE_PACKAGES="dpkg-dev file gzip"
+TEST_PACKAGES="$WINDOW_PACKAGES $PACKAGE_PACKAGES libgtest-dev libgmock-dev git python3 tzdata
+    desktop-file-utils appstream lintian man-db mandoc zsh fish strace systemd"
 LINT_PACKAGES="clang-format clang-tidy"
 BENCH_PACKAGES="python3 libxml2-dev curl valgrind"
 COVERAGE_PACKAGES="lcov"

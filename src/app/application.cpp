@@ -4,7 +4,6 @@
 #include <cstdlib>
 #include <ostream>
 
-#include "matching/search_list_store.h"
 #include "platform/idle_memory.h"
 #include "platform/whole_file.h"
 #include "playlists/mark_matches.h"
@@ -85,7 +84,8 @@ playlists::PageSource Application::Source() {
     source.tools = {.http = http_.get(),
                     .messages = parts_.messages,
                     .progress = parts_.progress,
-                    .internetSettings = parts_.internetStore};
+                    .internetSettings = parts_.internetStore,
+                    .cancel = parts_.cancel};
     source.clock = parts_.clock;
     source.dataFolder = &settings_.folder;
     source.siteHost = parts_.hosts.site;
@@ -126,6 +126,10 @@ BackgroundTasks Application::Tasks() {
     };
 }
 
+matching::SearchListPlaces Application::ListPlaces() {
+    return {.folder = &settings_.folder, .programPath = parts_.programPath};
+}
+
 std::int32_t Application::ReadWhenToOpen() {
     const std::string folder = settings_.folder;
     LoadSettings(Place(), settings_);
@@ -134,9 +138,7 @@ std::int32_t Application::ReadWhenToOpen() {
 }
 
 bool Application::AnySongMatches() {
-    const matching::SearchListPlaces places{.folder = &settings_.folder,
-                                            .programPath = parts_.programPath};
-    const auto items = matching::LoadSearchList(places, *parts_.messages);
+    const auto items = matching::LoadSearchList(ListPlaces(), *parts_.messages);
     return playlists::MarkMatches(state_.playlists, matching::SearchIndex(items));
 }
 

@@ -3,6 +3,7 @@
 // The one object that lives as long as the process and owns its state. It is handed what it needs
 // and hands each piece just what that needs.
 
+#include <atomic>
 #include <functional>
 #include <iosfwd>
 #include <memory>
@@ -17,6 +18,7 @@
 #include "app/wake_schedule.h"
 #include "feedback/messages.h"
 #include "feedback/progress.h"
+#include "matching/search_list_store.h"
 #include "platform/clock.h"
 #include "platform/http.h"
 #include "platform/settings_store.h"
@@ -39,6 +41,8 @@ struct ApplicationParts {
     Hosts hosts;
     WindowRect desktop;              // all -1 without one
     std::ostream* errors = nullptr;  // standard error
+    // Once true, what is being fetched is given up within a fraction of a second. May be none.
+    const std::atomic<bool>* cancel = nullptr;
 };
 
 /// Order of calls: `Start`, then `RunBackground` or the interactive steps in the order in which
@@ -73,6 +77,8 @@ public:
     [[nodiscard]] playlists::WeekendState& State() { return state_; }
     [[nodiscard]] WakeSchedule& Schedule() { return schedule_; }
     [[nodiscard]] UpgradeCheck& Upgrades() { return *upgrades_; }
+    /// Where the search list may lie.
+    [[nodiscard]] matching::SearchListPlaces ListPlaces();
     /// Where pages come from, with progress shown or not.
     [[nodiscard]] playlists::PageSource Source();
     /// A weekend run as the timers want it.

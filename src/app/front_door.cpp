@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <filesystem>
 #include <iostream>
 
 #ifdef __GLIBC__
@@ -25,6 +26,7 @@ namespace ostrova::app {
 namespace {
 
 constexpr int Trouble = 2;
+constexpr const char* FrontDoorProgram = "ostrova";
 constexpr const char* WindowProgram = "ostrova-window";
 
 constexpr std::string_view HelpText =
@@ -98,9 +100,10 @@ void ListenForSignals() {
 
 /// Becomes the program with the window; returns only when there is none.
 int OpenWindow(const std::vector<std::string>& words) {
-    const std::string beside =
-        std::string(util::FolderPart(platform::ProgramPath())) + WindowProgram;
-    const std::string installed = util::JoinPath(OSTROVA_LIBEXEC, WindowProgram);
+    const std::string program = platform::ProgramPath();
+    const std::string folder(util::FolderPart(program));
+    const std::string beside = folder + WindowProgram;
+    const std::string installed = util::JoinPath(folder + OSTROVA_LIBEXEC, WindowProgram);
     for (const std::string& path : {beside, installed}) {
         if (!util::PathExists(path)) continue;
         platform::ReplaceProcess(path, words);
@@ -115,6 +118,16 @@ int OpenWindow(const std::vector<std::string>& words) {
 }
 
 }  // namespace
+
+std::string FrontDoorPath() {
+    const std::string folder(util::FolderPart(platform::ProgramPath()));
+    std::string path = folder + FrontDoorProgram;
+    if (util::PathExists(path)) return path;
+    path = util::JoinPath(folder + OSTROVA_BINDIR, FrontDoorProgram);
+    std::error_code failed;  // then the path stays as it is, which works as well
+    const std::string plain = std::filesystem::canonical(path, failed).string();
+    return failed ? path : plain;
+}
 
 int FrontDoor(const std::vector<std::string>& words) {
     platform::IgnoreFatalWriteSignals();

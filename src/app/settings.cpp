@@ -34,15 +34,8 @@ bool IsUsableFolder(const std::string& folder) {
            util::FolderExists(folder);
 }
 
-/// A path is the host's bytes, UTF-8 as a rule; a stored text is code page 1252. So that people can
-/// read and write the path in the file, it is stored as the text that it spells, where the page has
-/// all of its letters, and byte by byte otherwise.
-std::string PathAsText(const std::string& path) {
-    std::string text = util::FromUtf8(path);
-    return util::ToUtf8(text) == path ? text : path;
-}
-
-/// The folder that a stored text names, whichever way it was stored.
+/// The folder that a stored text names, whichever way it was stored: as a text that people can read
+/// and write in the file, or byte by byte.
 std::string FolderFromText(const std::string& text) {
     std::string folder = util::ToUtf8(text);
     return IsUsableFolder(folder) ? folder : text;
@@ -109,7 +102,7 @@ bool SaveSettings(platform::SettingsStore& store, const Settings& settings) {
         {section, "CheckForUpgrades", std::int32_t{settings.checkForUpgrades}},
         {section, "LastCheckDay", settings.lastCheckDay},
         {section, "WhenToOpen", settings.whenToOpen},
-        {section, "Folder", PathAsText(settings.folder)},
+        {section, "Folder", util::PathAsText(settings.folder)},
         {section, "WindowPosLeft", settings.windowRect.left},
         {section, "WindowPosTop", settings.windowRect.top},
         {section, "WindowPosRight", settings.windowRect.right},

@@ -46,6 +46,7 @@ bool Progress::HasWindowOrMakeOne() {
 
 bool Progress::Update(double fraction, const std::string* text) {
     PumpAndPause();
+    if (!view_) return depth_ > 0;
     if (view_->IsCancelled()) {
         EndProgress();
         // The view goes whatever the depth: an outer operation that runs on gets a fresh one, which
@@ -63,11 +64,12 @@ bool Progress::Update(double fraction, const std::string* text) {
     return true;
 }
 
+/// What is pumped may run an operation of its own, and take the view along.
 void Progress::PumpAndPause() {
     view_->PumpMessages();
-    if (!view_->IsPaused()) return;
+    if (!view_ || !view_->IsPaused()) return;
     const Duration pausedAt = ClockNow();
-    while (view_->IsPaused() && !view_->IsCancelled()) view_->WaitMessage();
+    while (view_ && view_->IsPaused() && !view_->IsCancelled()) view_->WaitMessage();
     lastPause_ = ClockNow() - pausedAt;
     start_ += lastPause_;
 }

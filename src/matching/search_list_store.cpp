@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/whole_file.h"
+#include "util/code_page.h"
 #include "util/compare.h"
 #include "util/local_time.h"
 #include "util/path.h"
@@ -48,7 +49,8 @@ FoundList ReadList(const SearchListPlaces& places, feedback::Messages& messages)
         found.entries = ReadSearchEntries(std::move(content.bytes));
     } else {
         found.loaded.unreadable = true;
-        messages.ShowError("Couldn't load your search list from\n%s", found.loaded.path);
+        messages.ShowError("Couldn't load your search list from\n%s",
+                           util::PathAsText(found.loaded.path));
     }
     return found;
 }
@@ -169,23 +171,37 @@ bool SaveSearchList(const SearchListPlaces& places, const SearchListRows& rows,
     std::string besideProgram =
         std::string(util::FolderPart(places.programPath)).append(SearchListFileName);
     util::NormalisePath(besideProgram);
+    const std::string shownUsual = util::PathAsText(usual);
+    const std::string shownBeside = util::PathAsText(besideProgram);
     feedback::Question question = {feedback::QB_ICON_ERROR,
                                    std::string(QuestionTitle),
-                                   util::Format(CouldNotSaveText, usual),
+                                   util::Format(CouldNotSaveText, shownUsual),
                                    {"+Browse", "-Discard my changes"}};
     if (util::CompareNoCase(usual, besideProgram) != 0) {
         if (writer.Write(besideProgram)) {
             messages.ShowWarning("Couldn't save your search list to\n%s\nSaving here instead:\n%s",
-                                 usual, besideProgram);
+                                 shownUsual, shownBeside);
             // The file's whole path, on purpose: as it names no folder, the next start takes the
             // default one and finds the list beside the program.
             *places.folder = usual;
             return true;
         }
-        question.text = util::Format(CouldNotSaveEitherText, usual, besideProgram);
+        question.text = util::Format(CouldNotSaveEitherText, shownUsual, shownBeside);
     }
     if (messages.QuestionBox(question) != 0) return false;
     return SaveWhereTheUserSays(writer, usual, *places.folder, messages);
+}
+
+std::string SaveListAside(const SearchListRows& rows, std::span<const std::string> folders) {
+    const std::string bytes = BytesOfRows(rows);
+    for (const std::string& folder : folders) {
+        std::string path = util::JoinPath(folder, "SearchList (not saved).txt");
+        for (int number = 2; util::PathExists(path); ++number) {
+            path = util::JoinPath(folder, util::Format("SearchList (not saved) (%d).txt", number));
+        }
+        if (!folder.empty() && platform::WriteWholeFile(path, bytes).ok) return path;
+    }
+    return {};
 }
 
 bool AddSearchEntry(SearchListRows& rows, const SearchEntry& entry, feedback::Messages& messages) {

@@ -4,6 +4,7 @@
 // is told and asked on the way.
 
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -43,6 +44,12 @@ LoadedList FillSearchListPage(const SearchListPlaces& places, SearchListRows& ro
 [[nodiscard]] bool SaveSearchList(const SearchListPlaces& places, const SearchListRows& rows,
                                   const std::optional<LoadedList>& loaded,
                                   feedback::Messages& messages);
+
+/// Writes `rows` into the first of `folders` that takes them, beside whatever is there: for a
+/// process that must end, has found no other place, and can't ask. The file's path; the empty text
+/// when there was none.
+[[nodiscard]] std::string SaveListAside(const SearchListRows& rows,
+                                        std::span<const std::string> folders);
 
 /// Adds a pair as a row at the top, selected, unless both texts are blank, the pair is there
 /// already, or a row finds the same songs; then the user is told which. True when added.

@@ -10,25 +10,29 @@
 namespace ostrova::pages {
 namespace {
 
+// Between the controls of a row that has room after all.
+constexpr int RoomyGap = 8;
+
 struct Place {
     QWidget* control = nullptr;
-    int wanted = 0;  // the width that the template gives it
+    int wanted = 0;  // the width that the template gives it, or more where its text needs more
     int needed = 0;  // the least in which all of it can be read
 };
 
-int LeastWidth(const QWidget& control, int wanted) {
-    const auto* button = qobject_cast<const QPushButton*>(&control);
-    const int needed = button != nullptr ? NeededWidth(*button) : control.minimumSizeHint().width();
-    return std::clamp(needed, 1, std::max(wanted, 1));
+Place PlaceOf(QWidget& control) {
+    const int given = std::max(control.width(), 1);
+    if (const auto* button = qobject_cast<const QPushButton*>(&control)) {
+        const int needed = NeededWidth(*button);
+        return {&control, std::max(given, needed), needed};
+    }
+    return {&control, given, std::clamp(control.minimumSizeHint().width(), 1, given)};
 }
 
 std::vector<Place> PlacesOf(const QWidget& page, std::initializer_list<int> ids) {
     std::vector<Place> row;
     for (const int id : ids) {
         QWidget* control = uikit::ControlById(page, id);
-        if (control == nullptr || control->isHidden()) continue;
-        const int wanted = control->width();
-        row.push_back({control, wanted, LeastWidth(*control, wanted)});
+        if (control != nullptr && !control->isHidden()) row.push_back(PlaceOf(*control));
     }
     return row;
 }
@@ -37,7 +41,11 @@ int EndOf(const QWidget& control) {
     return control.x() + control.width();
 }
 
-bool Collides(const QWidget& page, const std::vector<Place>& row, int gap) {
+/// Whether a text is cut, or controls stand too close.
+bool MustShare(const QWidget& page, const std::vector<Place>& row, int gap) {
+    for (const Place& place : row) {
+        if (place.control->width() < place.needed) return true;
+    }
     for (std::size_t i = 1; i < row.size(); ++i) {
         if (row[i].control->x() - EndOf(*row[i - 1].control) < gap) return true;
     }
@@ -82,11 +90,15 @@ void Share(std::vector<Place>& row, int room) {
 void KeepRowApart(const QWidget& page, std::initializer_list<int> ids, int gap) {
     std::vector<Place> row = PlacesOf(page, ids);
     if (row.empty()) return;
-    if (Collides(page, row, gap)) {
+    if (MustShare(page, row, gap)) {
         int left = row.front().control->x();
         const int last = EndOf(*row.back().control);
         const int end = last <= page.width() ? last : page.width() - left;
-        Share(row, std::max(end - left - gap * static_cast<int>(row.size() - 1), 1));
+        const int gaps = static_cast<int>(row.size()) - 1;
+        Share(row, std::max(end - left - gap * gaps, 1));
+        int taken = 0;
+        for (const Place& place : row) taken += place.wanted;
+        if (gap > 0 && taken + RoomyGap * gaps <= end - left) gap = RoomyGap;
         for (const Place& place : row) {
             const QRect now = place.control->geometry();
             // The last keeps to its edge: what is left over stands before it.

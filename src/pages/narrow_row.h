@@ -15,9 +15,11 @@ namespace ostrova::pages {
 inline constexpr int NarrowGap = 4;
 
 /// Keeps the controls of `page` with these ids, which stand side by side from left to right, from
-/// running over each other or over the right edge. Call it after each relayout.
+/// running over each other or over the right edge, and their texts from being cut. Call it after
+/// each relayout.
 ///
-/// Nothing is moved while all stand at least `gap` apart and inside the page. Otherwise the room
+/// Nothing is moved while all stand at least `gap` apart and inside the page, and no push button is
+/// narrower than its text. Otherwise the room
 /// from the first one's left to the last one's right edge is shared: each gets the width that its
 /// text needs, and of the rest as much as its present width is wider; where even the needed widths
 /// don't fit, the widest are cut to one width, so that short texts stay whole. The text of a push

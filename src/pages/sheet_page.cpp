@@ -1,7 +1,9 @@
 #include "pages/sheet_page.h"
 
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QResizeEvent>
 
 #include "uikit/dialog_builder.h"
 
@@ -9,6 +11,18 @@ namespace ostrova::pages {
 namespace {
 
 constexpr int ExitButton = 2;
+
+/// Tells `widget` and all in it the sizes that they would be told when they next show.
+void DeliverSizes(QWidget& widget) {
+    if (widget.testAttribute(Qt::WA_PendingResizeEvent)) {
+        widget.setAttribute(Qt::WA_PendingResizeEvent, false);
+        QResizeEvent event(widget.size(), QSize());
+        QCoreApplication::sendEvent(&widget, &event);
+    }
+    for (QWidget* child : widget.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (!child->isWindow()) DeliverSizes(*child);
+    }
+}
 
 }  // namespace
 
@@ -28,6 +42,11 @@ void SheetPage::Create() {
     resize(given);
     Relayout();
     if (isShown) show();
+}
+
+void SheetPage::FollowSize(const QRect& place) {
+    setGeometry(place);
+    DeliverSizes(*this);
 }
 
 void SheetPage::ConnectExit() {

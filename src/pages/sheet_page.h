@@ -24,6 +24,10 @@ public:
     /// Makes the controls; does nothing the second time. The page keeps the size that it has.
     void Create();
 
+    /// Takes `place` in the sheet, with all controls where they then belong, even while another
+    /// page is in front: the sheet's pages always have one size.
+    void FollowSize(const QRect& place);
+
     /// The page comes to the front, created. Called again when what it shows changed meanwhile.
     virtual void OnSetActive() {}
 

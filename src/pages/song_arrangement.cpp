@@ -1,9 +1,10 @@
 #include "pages/song_arrangement.h"
 
-#include <QPushButton>
+#include <QComboBox>
+#include <QStyle>
+#include <QStyleOptionComboBox>
 #include <algorithm>
 
-#include "pages/fitted_text.h"
 #include "pages/narrow_row.h"
 #include "resources/song_list_template.h"
 #include "uikit/dialog_builder.h"
@@ -21,18 +22,36 @@ int LineHeight(const QWidget& label) {
     return label.fontMetrics().height();
 }
 
+bool Fits(const LinkLabel& label) {
+    return label.fontMetrics().horizontalAdvance(label.text()) <= label.width();
+}
+
+/// Widens the dates, which the template's font would have made narrower, up to the longest of them,
+/// as far as there is room: a label that fits beside the boxes keeps it.
+void WidenDates(const QWidget& page, LinkLabel& label) {
+    auto* dates = ControlAs<QComboBox>(page, SongShowDate);
+    QWidget& year = *ControlById(page, SongYear);
+    const QString longest = QStringLiteral("Saturday morning, 27 September");
+    QStyleOptionComboBox option;
+    option.initFrom(dates);
+    const QFontMetrics metrics = dates->fontMetrics();
+    const QSize text(metrics.horizontalAdvance(longest), dates->height());
+    const int needed =
+        dates->style()->sizeFromContents(QStyle::CT_ComboBox, &option, text, dates).width();
+    const QFontMetrics ofLabel = label.fontMetrics();
+    const int room = Fits(label) ? label.width() - ofLabel.horizontalAdvance(label.text())
+                                 : page.width() - year.geometry().right() - 1;
+    const int missing = std::min(needed - dates->width(), room - dates->x());
+    if (missing <= 0) return;
+    dates->resize(dates->width() + missing, dates->height());
+    year.move(year.x() + missing, year.y());
+    label.setGeometry(label.geometry().adjusted(missing, 0, 0, 0));
+}
+
 /// Beside the boxes, on a line with their texts.
 void PutBeside(const QWidget& boxes, LinkLabel& label) {
     const int above = (boxes.height() - LineHeight(label)) / 2;
     label.setContentsMargins(0, std::clamp(above, 0, label.height() - LineHeight(label)), 0, 0);
-}
-
-/// Gives the two buttons at the left the width of their texts where the template gives less.
-void WidenButtons(QPushButton& artist, QPushButton& song) {
-    artist.resize(std::max(artist.width(), NeededWidth(artist)), artist.height());
-    const int left = artist.x() + artist.width() + NarrowGap;
-    song.setGeometry(std::max(song.x(), left), song.y(), std::max(song.width(), NeededWidth(song)),
-                     song.height());
 }
 
 /// Below the one line of the guest's text, or in its place when it is empty. A list that shows few
@@ -58,7 +77,8 @@ void PutUnder(LinkLabel& guest, LinkLabel& label, QWidget& list) {
 void ArrangeSongPage(const QWidget& page, const QString& guestText) {
     auto* guest = ControlAs<LinkLabel>(page, SongGuest);
     auto* link = ControlAs<LinkLabel>(page, SongPlaylistLink);
-    const bool fits = link->fontMetrics().horizontalAdvance(link->text()) <= link->width();
+    WidenDates(page, *link);
+    const bool fits = Fits(*link);
     QString text = guestText;
     if (!fits) text = text.trimmed().replace(QLatin1Char('\n'), QLatin1Char(' '));
     guest->SetText(text);
@@ -68,8 +88,6 @@ void ArrangeSongPage(const QWidget& page, const QString& guestText) {
         PutUnder(*guest, *link, *ControlById(page, SongList));
     }
     KeepRowApart(page, {SongShowDate, SongYear}, 0);  // they touch each other in the template
-    WidenButtons(*ControlAs<QPushButton>(page, SongAddArtist),
-                 *ControlAs<QPushButton>(page, SongAddSong));
     KeepRowApart(page, {SongAddArtist, SongAddSong, SongExit});
 }
 

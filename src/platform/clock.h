@@ -11,6 +11,8 @@
 
 namespace ostrova::platform {
 
+class WallTimer;
+
 /// Why a wait ended.
 enum class WakeReason {
     Due,           // the moment has come
@@ -54,11 +56,9 @@ public:
     void Sleep(std::chrono::milliseconds span) override;
 
 private:
-    class ZoneWatch;
-
     std::string zoneFile_;
     // Kept from one wait to the next, so that a change between two waits is noticed as well.
-    std::unique_ptr<ZoneWatch> zone_;
+    std::unique_ptr<WallTimer> timer_;
 };
 
 }  // namespace ostrova::platform

@@ -1,5 +1,6 @@
 #include "platform/whole_file.h"
 #include "playlists/transfer.h"
+#include "util/code_page.h"
 #include "util/files.h"
 
 namespace ostrova::playlists {
@@ -14,14 +15,16 @@ bool FileCopy(feedback::Messages& messages, const std::string& destination,
     const util::FileContent content = util::ReadFile(source, LargestCopy);
     if (!content.Ok()) {
         if (reportErrors == ReportErrors::Yes) {
-            messages.ShowError("FileCopy() failed: Couldn't open file to copy from:\n%s", source);
+            messages.ShowError("FileCopy() failed: Couldn't open file to copy from:\n%s",
+                               util::PathAsText(source));
         }
         return false;
     }
     if (!platform::WriteWholeFile(destination, content.bytes).ok) {
         if (reportErrors == ReportErrors::Yes) {
             // It is the source that is named here too, as it has always been.
-            messages.ShowError("FileCopy() failed: Couldn't open file to copy to:\n%s", source);
+            messages.ShowError("FileCopy() failed: Couldn't open file to copy to:\n%s",
+                               util::PathAsText(source));
         }
         return false;
     }

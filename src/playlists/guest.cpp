@@ -6,6 +6,7 @@
 #include "playlists/calendar.h"
 #include "playlists/page_cache.h"
 #include "playlists/page_parser.h"
+#include "util/code_page.h"
 #include "util/files.h"
 #include "util/format.h"
 #include "util/line_reader.h"
@@ -31,7 +32,7 @@ std::optional<GuestInfo> FetchAndRead(const PageSource& source, GuestReader read
     if (!FetchPage(source.tools, path, address, options)) return std::nullopt;
     util::FileContent page = util::ReadFile(path, PageLimit);
     if (!page.Ok()) {
-        source.tools.messages->ShowError("Couldn't open '%s' for reading.", path);
+        source.tools.messages->ShowError("Couldn't open '%s' for reading.", util::PathAsText(path));
         if (page.status == util::ReadStatus::CannotOpen) std::remove(path.c_str());
         return std::nullopt;
     }

@@ -3,6 +3,7 @@
 #include "playlists/page_layouts.h"
 #include "playlists/page_lines.h"
 #include "playlists/table_line.h"
+#include "util/code_page.h"
 #include "util/line_reader.h"
 #include "util/path.h"
 #include "util/text.h"
@@ -37,7 +38,7 @@ PageStatus ParsePlaylistPage(Playlist& playlist, const std::string& path,
                              feedback::Messages& messages) {
     util::FileContent content = util::ReadFile(path, PageLimit);
     if (!content.Ok()) {
-        messages.ShowError("Couldn't open '%s' for reading.", path);
+        messages.ShowError("Couldn't open '%s' for reading.", util::PathAsText(path));
         return PageStatus::Unreadable;
     }
     ParsePlaylistBytes(playlist, content.bytes, PageDateOf(path));

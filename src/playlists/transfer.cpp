@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "platform/whole_file.h"
+#include "util/code_page.h"
 #include "util/files.h"
 #include "util/text.h"
 
@@ -176,7 +177,7 @@ TransferResult CopyLocal(const TransferTools& tools, const Download& download) {
         return result;
     }
     tools.messages->ShowError("%s\n\nCouldn't copy file '%s'\nto '%s'", download.message,
-                              download.url, download.localPath);
+                              util::PathAsText(download.url), util::PathAsText(download.localPath));
     result.status = TransferStatus::CannotWrite;
     return result;
 }
@@ -221,7 +222,7 @@ TransferResult DownloadToFile(const TransferTools& tools, const Download& downlo
         result.writeError = written.detail;
         if (download.reportErrors == ReportErrors::Yes) {
             tools.messages->ShowError("%s\n\nCouldn't open %s for writing", download.message,
-                                      download.localPath);
+                                      util::PathAsText(download.localPath));
         }
         result.status = TransferStatus::CannotWrite;
     }

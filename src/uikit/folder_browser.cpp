@@ -5,15 +5,15 @@
 
 #include "uikit/plain_text.h"
 #include "uikit/text.h"
-#include "util/text.h"
+#include "util/files.h"
 
 namespace ostrova::uikit {
 
 QFileDialog* MakeFolderBrowser(const std::string& title, const std::string& folder,
                                QWidget* owner) {
-    const QString start = util::IsBlank(folder)
-                              ? QDir::currentPath()
-                              : QFile::decodeName(QByteArray::fromStdString(folder));
+    const QString start = util::FolderExists(folder)
+                              ? QFile::decodeName(QByteArray::fromStdString(folder))
+                              : QDir::currentPath();
     auto* browser = new QFileDialog(owner, PlainWindowTitle(ToQString(title)), start);
     browser->setObjectName(QStringLiteral("folderBrowser"));
     browser->setFileMode(QFileDialog::Directory);

@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QStyleOptionFocusRect>
 #include <QStylePainter>
+#include <QTimer>
 #include <QToolTip>
 #include <algorithm>
 #include <utility>
@@ -135,15 +136,16 @@ QStringList LinkLabel::ShownLines() const {
 
 void LinkLabel::paintEvent(QPaintEvent* /*event*/) {
     QStylePainter painter(this);
-    painter.setPen(TextColour());
     const QString shown = ShownLines().join(QLatin1Char('\n'));
+    if (hasFocus()) {  // under the text, since some styles fill the frame
+        QStyleOptionFocusRect option;
+        option.initFrom(this);
+        option.rect = painter.boundingRect(contentsRect(), Qt::AlignLeft | Qt::AlignTop, shown)
+                          .intersected(contentsRect());
+        painter.drawPrimitive(QStyle::PE_FrameFocusRect, option);
+    }
+    painter.setPen(TextColour());
     painter.drawText(contentsRect(), Qt::AlignLeft | Qt::AlignTop, shown);
-    if (!hasFocus()) return;
-    QStyleOptionFocusRect option;
-    option.initFrom(this);
-    option.rect = painter.boundingRect(contentsRect(), Qt::AlignLeft | Qt::AlignTop, shown)
-                      .intersected(contentsRect());
-    painter.drawPrimitive(QStyle::PE_FrameFocusRect, option);
 }
 
 /// Longer texts are cut.
@@ -157,16 +159,30 @@ QSize LinkLabel::minimumSizeHint() const {
 QString LinkLabel::ToolTipText() const {
     QStringList parts;
     if (ShownLines().join(QLatin1Char('\n')) != text()) parts += text();
-    if (IsLink() && !onClick_ && Target() != text()) parts += Target();
+    if (IsLink() && !onClick_ && !parts.contains(Target())) parts += Target();
     return parts.join(QLatin1Char('\n'));
 }
 
 bool LinkLabel::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip) return QLabel::event(event);
-    const QString tip = ToolTipText();
-    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
-                       tip.isEmpty() ? tip : PlainToolTip(tip), this);
+    ShowToolTip(static_cast<QHelpEvent*>(event)->globalPos());
     return true;
+}
+
+void LinkLabel::ShowToolTip(QPoint globalPlace) {
+    const QString tip = ToolTipText();
+    QToolTip::showText(globalPlace, tip.isEmpty() ? tip : PlainToolTip(tip), this);
+}
+
+void LinkLabel::focusInEvent(QFocusEvent* event) {
+    QLabel::focusInEvent(event);
+    const bool byTab =
+        event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+    if (!byTab) return;
+    // Any further event of the focus on its way here would close the tooltip again.
+    QTimer::singleShot(0, this, [this] {
+        if (hasFocus()) ShowToolTip(mapToGlobal(rect().bottomLeft()));
+    });
 }
 
 bool AttachLink(const QWidget& parent, int id, const QString& text,

@@ -62,6 +62,7 @@ public:
 protected:
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
@@ -71,6 +72,7 @@ private:
     [[nodiscard]] QColor TextColour() const;
     [[nodiscard]] QStringList ShownLines() const;
     [[nodiscard]] QString ToolTipText() const;
+    void ShowToolTip(QPoint globalPlace);
 
     LinkOpener* opener_;
     QString rawText_;  // as given, "&&" and all

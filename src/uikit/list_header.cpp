@@ -39,6 +39,7 @@ void ListHeader::SetDragEnabled(bool isEnabled) {
 }
 
 void ListHeader::mousePressEvent(QMouseEvent* event) {
+    parentWidget()->setFocus(Qt::MouseFocusReason);
     QHeaderView::mousePressEvent(event);
     const int x = event->position().toPoint().x();
     const bool isOnColumn = logicalIndexAt(x) >= 0 && !IsOnDivider(x);

@@ -1,6 +1,7 @@
 #include "uikit/markup_view.h"
 
 #include <QMimeData>
+#include <QScrollBar>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextDocumentFragment>
@@ -28,6 +29,7 @@ MarkupView::MarkupView(QWidget* parent, LinkOpener& links) : QTextEdit(parent), 
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     document()->setDocumentMargin(0);
     viewport()->setMouseTracking(true);
+    connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, &MarkupView::UpdateTabStop);
     UpdateTabStop();
 }
 
@@ -79,14 +81,14 @@ void MarkupView::Add(Content content) {
 /// Appends `content` to the document, and its links to `links` unless there are none wanted.
 void MarkupView::Render(const Content& content, std::vector<LinkRange>* links) {
     if (!content.isMarkup) {
-        InsertRun(content.text);
+        Insert(MessageToQString(content.text.text), content.text);
         return;
     }
     const int start = Length();
     RenderedMarkup rendered = RenderMarkup(content.text.text, DefaultColour, DefaultTextHeight());
     QTextCursor edit(document());
     edit.beginEditBlock();
-    for (const MarkupRun& run : rendered.runs) InsertRun(run);
+    for (const MarkupRun& run : rendered.runs) Insert(ToQString(run.text), run);
     edit.endEditBlock();
     if (links == nullptr) return;
     for (LinkRange& link : rendered.links) {
@@ -96,7 +98,7 @@ void MarkupView::Render(const Content& content, std::vector<LinkRange>* links) {
     }
 }
 
-/// The same text in another look: positions, links and the selection stay.
+/// The same text in another look: positions, links, the focus and the selection stay.
 void MarkupView::RenderAgain() {
     if (contents_.empty()) return;
     const int anchor = textCursor().anchor();
@@ -107,13 +109,14 @@ void MarkupView::RenderAgain() {
     after.setPosition(anchor);
     after.setPosition(position, QTextCursor::KeepAnchor);
     setTextCursor(after);
+    OutlineFocusedLink();
 }
 
-void MarkupView::InsertRun(const MarkupRun& run) {
+void MarkupView::Insert(QString text, const MarkupRun& look) {
     QTextCursor end(document());
     end.movePosition(QTextCursor::End);
     // A document takes CR LF for one break: positions would no longer be those of the text.
-    end.insertText(ToQString(run.text).replace(QLatin1Char('\r'), QLatin1Char(' ')), FormatOf(run));
+    end.insertText(text.replace(QLatin1Char('\r'), QLatin1Char(' ')), FormatOf(look));
 }
 
 QTextCharFormat MarkupView::FormatOf(const MarkupRun& run) const {

@@ -18,7 +18,7 @@ namespace ostrova::uikit {
 /// reached it; its target shows in a tooltip.
 ///
 /// Words without a colour or a size of their own follow the palette and the font of the view,
-/// whenever these change.
+/// whenever these change. Tab stops at each link, and at a text that has to be scrolled.
 class MarkupView final : public QTextEdit {
     Q_OBJECT
 
@@ -33,10 +33,11 @@ public:
     /// Adds `markup` at the end.
     void AppendMarkup(std::string_view markup);
 
-    /// Replaces the content by `text`, code page 1252, every character as it stands.
+    /// Replaces the content by `text`, a message (`MessageToQString`), every character as it
+    /// stands.
     void SetPlainContent(std::string_view text);
 
-    /// Adds `text` at the end, every character as it stands, with `effects` (`TextEffects`), a
+    /// Adds `text` at the end, as `SetPlainContent` does, with `effects` (`TextEffects`), a
     /// colour (`NoColour` and black: the palette's) and a height in twips (below 0: the default).
     void AppendStyledText(std::string_view text, std::uint32_t effects, Colour colour, int height);
 
@@ -83,7 +84,7 @@ private:
     void Add(Content content);
     void Render(const Content& content, std::vector<LinkRange>* links);
     void RenderAgain();
-    void InsertRun(const MarkupRun& run);
+    void Insert(QString text, const MarkupRun& look);
     [[nodiscard]] QTextCharFormat FormatOf(const MarkupRun& run) const;
 
     [[nodiscard]] int Length() const;
@@ -91,8 +92,9 @@ private:
     [[nodiscard]] std::vector<const LinkRange*> LinksInOrder() const;
     bool MoveLinkFocus(bool forwards);
     void FocusLink(const LinkRange* link);
+    void OutlineFocusedLink();
     void UpdateTabStop();
-    void ShowTarget(const LinkRange& link);
+    void ShowTarget();
 
     LinkOpener* opener_;
     std::vector<Content> contents_;

@@ -10,6 +10,7 @@
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextLayout>
+#include <QTimer>
 #include <QToolTip>
 #include <algorithm>
 #include <map>
@@ -42,6 +43,11 @@ int CharacterInLine(const ShownLine& shown, int blockPosition, double x) {
         if (shown.LeftOf(position, blockPosition) > x) return position - 1;
     }
     return shown.last;
+}
+
+/// True for a focus that goes with the window, or to a menu, and comes back to the same link.
+bool KeepsLink(Qt::FocusReason reason) {
+    return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;
 }
 
 }  // namespace
@@ -103,32 +109,43 @@ std::vector<const LinkRange*> MarkupView::LinksInOrder() const {
     return inOrder;
 }
 
-/// A view without links is reached by the mouse only, as a label is.
+/// A view that has nothing to open and nothing to scroll is reached by the mouse only, as a label.
 void MarkupView::UpdateTabStop() {
-    setFocusPolicy(LinksInOrder().empty() ? Qt::ClickFocus : Qt::StrongFocus);
+    const bool scrolls = verticalScrollBar()->maximum() > 0;
+    setFocusPolicy(scrolls || !LinksInOrder().empty() ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
 void MarkupView::FocusLink(const LinkRange* link) {
-    focusedLink_.reset();
-    setExtraSelections({});
+    focusedLink_ = link == nullptr ? std::nullopt : std::optional(*link);
+    OutlineFocusedLink();
     setAccessibleDescription({});
     if (link == nullptr) return;
-    focusedLink_ = *link;
+    QTextCursor start(document());
+    start.setPosition(link->start);
+    setTextCursor(start);  // brings it into sight
+    setAccessibleDescription(QStringLiteral("Link to ") + ToQString(link->url));
+    // Any further event of the focus on its way here would close the tooltip again.
+    QTimer::singleShot(0, this, &MarkupView::ShowTarget);
+}
+
+void MarkupView::OutlineFocusedLink() {
+    if (!focusedLink_) {
+        setExtraSelections({});
+        return;
+    }
     ExtraSelection outline;
     outline.cursor = QTextCursor(document());
-    outline.cursor.setPosition(link->start);
-    setTextCursor(outline.cursor);  // brings it into sight
-    outline.cursor.setPosition(std::min(link->end, Length()), QTextCursor::KeepAnchor);
+    outline.cursor.setPosition(focusedLink_->start);
+    outline.cursor.setPosition(std::min(focusedLink_->end, Length()), QTextCursor::KeepAnchor);
     outline.format.setProperty(QTextFormat::OutlinePen,
                                QPen(palette().color(QPalette::Text), 1, Qt::DotLine));
     setExtraSelections({outline});
-    setAccessibleDescription(QStringLiteral("Link to ") + ToQString(link->url));
-    ShowTarget(*link);
 }
 
-void MarkupView::ShowTarget(const LinkRange& link) {
-    const QPoint below = cursorRect().bottomLeft();
-    QToolTip::showText(viewport()->mapToGlobal(below), PlainToolTip(ToQString(link.url)), this);
+void MarkupView::ShowTarget() {
+    if (!focusedLink_ || !hasFocus()) return;
+    const QPoint below = viewport()->mapToGlobal(cursorRect().bottomLeft());
+    QToolTip::showText(below, PlainToolTip(ToQString(focusedLink_->url)), this);
 }
 
 bool MarkupView::MoveLinkFocus(bool forwards) {
@@ -152,16 +169,15 @@ bool MarkupView::focusNextPrevChild(bool next) {
 
 void MarkupView::focusInEvent(QFocusEvent* event) {
     QTextEdit::focusInEvent(event);
-    focusedLink_.reset();
+    if (KeepsLink(event->reason())) return;
+    FocusLink(nullptr);
     if (event->reason() == Qt::TabFocusReason) MoveLinkFocus(true);
     if (event->reason() == Qt::BacktabFocusReason) MoveLinkFocus(false);
 }
 
 void MarkupView::focusOutEvent(QFocusEvent* event) {
     QTextEdit::focusOutEvent(event);
-    const bool comesBack =
-        event->reason() == Qt::ActiveWindowFocusReason || event->reason() == Qt::PopupFocusReason;
-    if (!comesBack) FocusLink(nullptr);
+    if (!KeepsLink(event->reason())) FocusLink(nullptr);
 }
 
 void MarkupView::keyPressEvent(QKeyEvent* event) {

@@ -3,20 +3,37 @@
 #include <QLabel>
 
 #include "uikit/plain_text.h"
+#include "uikit/standard_icon.h"
 #include "uikit/text.h"
 
 namespace ostrova::uikit {
 namespace {
+
+QStyle::StandardPixmap PictureOf(QMessageBox::Icon icon) {
+    switch (icon) {
+        case QMessageBox::Warning:
+            return QStyle::SP_MessageBoxWarning;
+        case QMessageBox::Information:
+            return QStyle::SP_MessageBoxInformation;
+        case QMessageBox::Question:
+            return QStyle::SP_MessageBoxQuestion;
+        default:
+            return QStyle::SP_MessageBoxCritical;
+    }
+}
 
 QMessageBox* MakeBox(QMessageBox::Icon icon, std::string_view caption, const std::string& text,
                      QMessageBox::StandardButtons buttons, QWidget* owner) {
     auto* box = new QMessageBox(icon, ToQString(caption), {}, buttons, owner);
     box->setObjectName(QStringLiteral("messageBox"));
     box->setTextFormat(Qt::PlainText);  // before the text, which would be guessed at
-    box->setText(BreakableText(ToQString(text)));
-    box->setAccessibleDescription(ToQString(text));
+    box->setText(BreakableText(MessageToQString(text)));
+    box->setAccessibleDescription(MessageToQString(text));
     if (auto* picture = box->findChild<QLabel*>(QStringLiteral("qt_msgboxex_icon_label"))) {
         picture->setAccessibleName(ToQString(caption));  // the box itself leaves it without a name
+        const int size = box->style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, box);
+        picture->setPixmap(StandardIcon(*box->style(), PictureOf(icon))
+                               .pixmap(QSize(size, size), box->devicePixelRatioF()));
     }
     return box;
 }

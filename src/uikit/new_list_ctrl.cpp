@@ -23,6 +23,7 @@ NewListCtrl::NewListCtrl(QWidget* parent)
     setUniformRowHeights(true);
     setAllColumnsShowFocus(true);
     setEditTriggers(NoEditTriggers);
+    setFocusPolicy(Qt::TabFocus);  // a press takes the focus only when its cell is found
     setSelectionMode(SingleSelection);
     setSelectionBehavior(SelectRows);
     setVerticalScrollMode(ScrollPerItem);

@@ -221,8 +221,9 @@ private:
     void ScrollTo(int row, ScrollHint hint);
 
     // Clicks and keys
+    void OnLeftPress(QMouseEvent* event);
     [[nodiscard]] Press BeginPress(QPoint point);
-    void EndPress(const Press& press, QPoint point, Qt::KeyboardModifiers modifiers);
+    void EndPress(const Press& press, Qt::KeyboardModifiers modifiers);
     /// The click kind of a cell: its column's, else its row's; ReadOnly when nothing opens there.
     [[nodiscard]] ColumnKind EditKind(int row, int column) const;
     [[nodiscard]] bool CanEdit(int row, int column) const {

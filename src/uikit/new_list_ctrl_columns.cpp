@@ -151,8 +151,8 @@ void NewListCtrl::AutoFit() {
 }
 
 void NewListCtrl::resizeEvent(QResizeEvent* event) {
+    AutoFit();  // first, or the platform shows a scroll bar for the columns as they were
     QTreeView::resizeEvent(event);
-    AutoFit();
     for (CellEdit* editor : viewport()->findChildren<CellEdit*>()) editor->FollowCell();
 }
 

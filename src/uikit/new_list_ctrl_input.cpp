@@ -26,7 +26,8 @@ namespace ostrova::uikit {
 
 /// What a press found before the platform changed it.
 struct NewListCtrl::Press {
-    bool isOnState = false;  ///< on what counts as the row's state icon
+    QPersistentModelIndex cell;  ///< that the user aimed at; invalid when at none
+    bool isOnState = false;      ///< on what counts as the row's state icon
     bool wasSelected = false;
 };
 
@@ -34,22 +35,34 @@ struct NewListCtrl::Press {
 
 void NewListCtrl::mousePressEvent(QMouseEvent* event) {
     chosenColumn_ = -1;
-    if (event->button() != Qt::LeftButton) return QTreeView::mousePressEvent(event);
-    const QPoint point = event->position().toPoint();
-    const Qt::KeyboardModifiers modifiers = event->modifiers();
-    const Press press = BeginPress(point);
+    if (event->button() == Qt::LeftButton) return OnLeftPress(event);
+    setFocus(Qt::MouseFocusReason);
     QTreeView::mousePressEvent(event);
-    EndPress(press, point, modifiers);
 }
 
 /// The second press of a double click is a press like any other.
 void NewListCtrl::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton) return QTreeView::mouseDoubleClickEvent(event);
-    const QPoint point = event->position().toPoint();
-    const Qt::KeyboardModifiers modifiers = event->modifiers();
-    const Press press = BeginPress(point);
+    if (event->button() == Qt::LeftButton) return OnLeftPress(event);
     QTreeView::mouseDoubleClickEvent(event);
-    EndPress(press, point, modifiers);
+}
+
+void NewListCtrl::OnLeftPress(QMouseEvent* event) {
+    pressedPoint_ = event->position().toPoint();
+    const Qt::KeyboardModifiers modifiers = event->modifiers();
+    const Press press = BeginPress(pressedPoint_);
+    // Ends an open edit, upon which the owner may sort: the row may no longer be under the cursor.
+    setFocus(Qt::MouseFocusReason);
+    int column = -1;
+    const bool hasMoved =
+        press.cell.isValid() && HitTestCell(pressedPoint_, column) != press.cell.row();
+    if (hasMoved) {
+        EnsureVisible(press.cell.row());
+    } else if (event->type() == QEvent::MouseButtonDblClick) {
+        QTreeView::mouseDoubleClickEvent(event);
+    } else {
+        QTreeView::mousePressEvent(event);
+    }
+    EndPress(press, modifiers);
 }
 
 NewListCtrl::Press NewListCtrl::BeginPress(QPoint point) {
@@ -58,15 +71,14 @@ NewListCtrl::Press NewListCtrl::BeginPress(QPoint point) {
     if (row < 0) return {};
     // Where the list draws the rows itself, all of a row counts as its state icon.
     if (ownerDrawn_) model_.SetStateImage(row, model_.StateImage(row) == 1 ? 2 : 1);
-    return {ownerDrawn_, IsRowSelected(row)};
+    return {model_.index(row, column), ownerDrawn_, IsRowSelected(row)};
 }
 
-void NewListCtrl::EndPress(const Press& press, QPoint point, Qt::KeyboardModifiers modifiers) {
-    int column = -1;
-    const int row = HitTestCell(point, column);
+void NewListCtrl::EndPress(const Press& press, Qt::KeyboardModifiers modifiers) {
+    const int row = press.cell.isValid() ? press.cell.row() : -1;
     pressedRow_ = row;
-    pressedPoint_ = point;
     if (row < 0) return;
+    const int column = press.cell.column();
     const bool hasModifier = (modifiers & (Qt::ShiftModifier | Qt::ControlModifier)) != 0;
     const ColumnKind kind = hasModifier ? click_kind::ReadOnly : EditKind(row, column);
     const bool edits =

@@ -1,10 +1,18 @@
 #include "uikit/plain_text.h"
 
+#include <QStringList>
+#include <algorithm>
+
 namespace ostrova::uikit {
 
 QString PlainToolTip(const QString& text) {
-    return QStringLiteral("<p style=\"white-space:pre-wrap\">") +
-           BreakableText(text).toHtmlEscaped() + QStringLiteral("</p>");
+    constexpr qsizetype LongestLine = 100;  // characters; what must wrap is made narrow by Qt
+    const QStringList lines = text.split(QLatin1Char('\n'));
+    const bool fits = std::all_of(lines.begin(), lines.end(),
+                                  [](const QString& line) { return line.size() <= LongestLine; });
+    return QStringLiteral("<p style=\"white-space:%1\">%2</p>")
+        .arg(fits ? QStringLiteral("pre") : QStringLiteral("pre-wrap"),
+             (fits ? text : BreakableText(text)).toHtmlEscaped());
 }
 
 QString BreakableText(const QString& text) {

@@ -65,10 +65,13 @@ ProgressDialog::ProgressDialog(QWidget* owner)
     connect(pause_, &QPushButton::clicked, this, &ProgressDialog::TogglePause);
     auto* cancel = ControlAs<QPushButton>(*this, resources::ProgressCancel);
     connect(cancel, &QPushButton::clicked, this, &ProgressDialog::reject);
+    // The dialog may appear just when the user presses Enter or Space elsewhere: no button is the
+    // default, and none has the focus.
     for (QPushButton* button : {pause_, cancel}) button->setAutoDefault(false);
+    bar_->setFocus();
 }
 
-/// No button is the default: the dialog may appear just when the user presses Enter elsewhere.
+/// Enter presses the button that Tab has reached.
 void ProgressDialog::keyPressEvent(QKeyEvent* event) {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     auto* button = qobject_cast<QPushButton*>(focusWidget());

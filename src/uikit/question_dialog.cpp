@@ -79,6 +79,7 @@ void QuestionDialog::reject() {
 
 void QuestionDialog::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
+    if (event->spontaneous()) return;  // it was minimised
     if (QWidget* first = FirstFocus()) first->setFocus();
 }
 

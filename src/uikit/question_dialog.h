@@ -73,6 +73,7 @@ private:
     [[nodiscard]] QRect PlaceInput();
     [[nodiscard]] QSize TakeTemplateButton(const QRect& place);
     [[nodiscard]] QSize ShowMessage(const std::string& text);
+    void TakeIcon(QWidget* icon);
     [[nodiscard]] QSize FitMessage(MarkupView& view) const;
     void MakeButtons(const ButtonRows& rows, int width);
     [[nodiscard]] QWidget* FirstFocus() const;

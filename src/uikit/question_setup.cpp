@@ -15,6 +15,7 @@
 #include "uikit/markup_view.h"
 #include "uikit/plain_text.h"
 #include "uikit/question_dialog.h"
+#include "uikit/standard_icon.h"
 #include "uikit/text.h"
 #include "uikit/text_measure.h"
 #include "util/text.h"
@@ -28,13 +29,13 @@ namespace {
 
 constexpr int ExtraTextHeight = 3;
 
-struct StandardIcon {
+struct FlagIcon {
     std::uint32_t flag;
     QStyle::StandardPixmap picture;
     const char* name;
 };
 
-constexpr StandardIcon StandardIcons[] = {
+constexpr FlagIcon FlagIcons[] = {
     {QB_ICON_ERROR, QStyle::SP_MessageBoxCritical, "Error"},
     {QB_ICON_WARNING, QStyle::SP_MessageBoxWarning, "Warning"},
     {QB_ICON_INFORMATION, QStyle::SP_MessageBoxInformation, "Information"},
@@ -44,9 +45,9 @@ constexpr StandardIcon StandardIcons[] = {
 /// Shows the icon that the flags ask for: the first bit set wins, the program's own without any.
 void ShowIcon(IconView& view, std::uint32_t flags) {
     view.SetIcon(QApplication::windowIcon());
-    for (const StandardIcon& icon : StandardIcons) {
+    for (const FlagIcon& icon : FlagIcons) {
         if ((flags & icon.flag) == 0) continue;
-        view.SetIcon(view.style()->standardIcon(icon.picture));
+        view.SetIcon(StandardIcon(*view.style(), icon.picture));
         view.setAccessibleName(ToQString(icon.name));
         return;
     }
@@ -78,14 +79,15 @@ void QuestionDialog::SetUp(const Question& question, LinkOpener& links) {
         content = ShowMessage(question.text);
         place.moveTop(place.top() + std::max(content.height(), iconHeight));
     }
-    if (Has(QB_NO_ICON)) (void)RemoveControl(*this, QuestionIcon, 0, RemoveFullWidth);
+    if (Has(QB_NO_ICON)) TakeIcon(icon);
     if (Has(QB_INPUT)) {
         field.moveTop(place.top());
         SetControlRect(this, QuestionInput, field);
         place.moveTop(place.top() + fieldGap);
     }
     const ButtonRows rows(*this, labels_, says_, place, padding);
-    const int width = std::max(content.width(), rows.NaturalWidth()) + options_.extraWidth;
+    const int natural = rows.NaturalWidth();
+    const int width = std::max(std::max(content.width(), natural) + options_.extraWidth, natural);
     MakeButtons(rows, width);
     if (Has(QB_INPUT)) (void)ResizeControl(*this, QuestionInput, width, field.height(), 0);
     FitDialogToControls(*this);
@@ -126,6 +128,15 @@ QSize QuestionDialog::ShowMessage(const std::string& text) {
     else
         size.rwidth() += offset;
     return size;
+}
+
+/// Closes up the icon's place, unless the message stands there by now. One that is smaller than the
+/// icon would be taken along.
+void QuestionDialog::TakeIcon(QWidget* icon) {
+    if (message_ == nullptr)
+        (void)RemoveControl(*this, QuestionIcon, 0, RemoveFullWidth);
+    else
+        delete icon;
 }
 
 /// The size of the whole message or, of one that no screen could hold, of a part with a scroll bar.

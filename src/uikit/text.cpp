@@ -4,9 +4,21 @@
 
 namespace ostrova::uikit {
 
-QString ToQString(std::string_view text) {
-    const std::string utf8 = util::ToUtf8(text);
+namespace {
+
+QString FromUtf8Text(std::string_view utf8) {
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+}  // namespace
+
+QString ToQString(std::string_view text) {
+    return FromUtf8Text(util::ToUtf8(text));
+}
+
+QString MessageToQString(std::string_view text) {
+    const bool isPathInUtf8 = util::IsUtf8(text) && util::ToUtf8(util::FromUtf8(text)) != text;
+    return isPathInUtf8 ? FromUtf8Text(text) : ToQString(text);
 }
 
 std::string FromQString(const QString& text) {

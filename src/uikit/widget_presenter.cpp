@@ -59,7 +59,9 @@ bool WidgetPresenter::AskYesNo(const std::string& text) {
 int WidgetPresenter::AskQuestion(const feedback::Question& question) {
     return OnMainThread<int>(
         [this, question] {
-            auto* box = new QuestionDialog(question, std::exchange(next_, {}), Owner(), *links_);
+            const bool hasOwnLoop = (question.flags & feedback::QB_OWNED_LOOP) != 0;
+            QWidget* owner = hasOwnLoop ? mainWindow_.data() : Owner();
+            auto* box = new QuestionDialog(question, std::exchange(next_, {}), owner, *links_);
             return Run(box, [box] { return box->Ask(); });
         },
         -1);

@@ -123,6 +123,11 @@ std::string FromUtf8(std::string_view utf8) {
     return out;
 }
 
+std::string PathAsText(std::string_view path) {
+    std::string text = FromUtf8(path);
+    return ToUtf8(text) == path ? text : std::string(path);
+}
+
 bool IsUtf8(std::string_view text) {
     while (!text.empty()) {
         if (TakeCharacter(text) < 0) return false;

@@ -20,6 +20,10 @@ namespace ostrova::util {
 ///     FromUtf8("東京")     // "??"
 [[nodiscard]] std::string FromUtf8(std::string_view utf8);
 
+/// A path, in the host's bytes (UTF-8 as a rule), as the text that it spells. A path with a letter
+/// that the code page lacks stays as it is, byte by byte, so that nothing of it is lost.
+[[nodiscard]] std::string PathAsText(std::string_view path);
+
 /// True when every byte of `text` belongs to a well-formed UTF-8 sequence.
 [[nodiscard]] bool IsUtf8(std::string_view text);
 

@@ -137,6 +137,19 @@ TEST_F(ProgressTest, CancelEndsThisLevelAndThePause) {
     EXPECT_TRUE(recorder_.Said().empty());
 }
 
+TEST_F(ProgressTest, AnOperationInsideAPumpMayBeCancelled) {
+    progress_.BeginProgress();
+    clock_.Advance(2000);
+    screen_.onPump = [this] {
+        screen_.onPump = nullptr;
+        progress_.BeginProgress();
+        screen_.cancelled = true;
+        EXPECT_FALSE(progress_.UpdateProgress(0.1));
+    };
+    EXPECT_TRUE(progress_.UpdateProgress(0.5));
+    EXPECT_EQ(progress_.Depth(), 1);
+}
+
 TEST_F(ProgressTest, OneEndTooManyIsReportedAndMended) {
     progress_.BeginProgress();
     progress_.EndProgress();

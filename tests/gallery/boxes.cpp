@@ -1,5 +1,6 @@
 #include "tests/gallery/boxes.h"
 
+#include <QTimer>
 #include <string>
 #include <utility>
 
@@ -70,6 +71,11 @@ std::vector<NamedBox> Questions() {
 
 QDialog* MakeProgress(QWidget* owner, const QString& message, int position) {
     auto* dialog = new uikit::ProgressDialog(owner);
+    auto* operation = new QTimer(dialog);  // stands for one that notices a cancel
+    QObject::connect(operation, &QTimer::timeout, dialog, [dialog] {
+        if (dialog->IsCancelled()) dialog->deleteLater();
+    });
+    operation->start(100);
     if (!message.isEmpty()) dialog->SetMessage(message);
     dialog->SetTimeTaken(QStringLiteral("Time Taken: 1 minute, 5.00 seconds"));
     if (position > 1) {

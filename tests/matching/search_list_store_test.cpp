@@ -80,12 +80,13 @@ TEST_F(SearchListStore, SavesInTheDataFolder) {
 }
 
 TEST_F(SearchListStore, SavesBesideTheProgramWithAWarning) {
-    LoseDataFolder();
+    folder = root.Path("gone-\u00E9");
     EXPECT_TRUE(Save());
     EXPECT_EQ(testing::FileBytes(Beside()), HelpLine);
-    EXPECT_THAT(said.Said(), ElementsAre("Warning: Couldn't save your search list to\n" + Data() +
+    EXPECT_THAT(said.Said(), ElementsAre("Warning: Couldn't save your search list to\n" +
+                                         root.Path("gone-\xE9/SearchList.txt") +
                                          "\nSaving here instead:\n" + Beside()));
-    EXPECT_EQ(folder, Data());  // the file's path, not its folder
+    EXPECT_EQ(folder, root.Path("gone-\u00E9/SearchList.txt"));  // the file's path
 }
 
 TEST_F(SearchListStore, AsksForAFolderUntilOneTakesTheList) {

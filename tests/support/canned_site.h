@@ -60,7 +60,9 @@ private:
             response.finalUrl = request.url;
             response.retryAfterSeconds = answer.retryAfterSeconds;
             const auto size = static_cast<std::int64_t>(answer.body.size());
-            if (events.onAnswer && !events.onAnswer(answer.status, size)) {
+            if (events.onIdle && !events.onIdle()) {
+                response.error = platform::HttpError::Cancelled;
+            } else if (events.onAnswer && !events.onAnswer(answer.status, size)) {
                 response.error = platform::HttpError::Cancelled;
             } else if (events.onBody && !answer.body.empty() && !events.onBody(answer.body)) {
                 response.error = platform::HttpError::SinkFailed;

@@ -70,6 +70,20 @@ TEST_F(SortedListTest, EndsAnEditBeforeItsRowMovesAway) {
     EXPECT_EQ(told_.ends, (std::vector<CellNotice>{{1, 1, "Abba"}}));
 }
 
+TEST_F(SortedListTest, SelectsTheRowThatWasClickedWhenTheEditThatTheClickEndsMovesIt) {
+    QObject::connect(list_, &NewListCtrl::endLabelEdit, list_, [this](const CellNotice& notice) {
+        list_->SetCellText(notice.row, notice.column, *notice.text);
+        list_->SortBy(-1, true);
+    });
+    list_->SelectRow(0);
+    Click(*list_, 0, 1);
+    QTest::keyClicks(OpenEditor(), QStringLiteral("zz"));
+    Click(*list_, 2, 1);  // "one", which moves up
+    EXPECT_EQ(Column(*list_, 0), (Strings{"ONE", "one", "three", "Two"}));
+    EXPECT_EQ(list_->SelectedRow(), 1);
+    EXPECT_EQ(OpenEditor(), nullptr);
+}
+
 TEST_F(SortedListTest, OffersInItsMenuWhatTheMouseDoes) {
     list_->SelectRow(1);
     QStringList texts;

@@ -160,6 +160,10 @@ TEST(QuestionDialog, AOneButtonBoxIsAsWideAsItsContent) {
     QuestionOptions wider;
     wider.extraWidth = 50;
     EXPECT_EQ(QuestionDialog(question, wider, nullptr).width(), box.width() + 50);
+    wider.extraWidth = -1000;
+    const QuestionDialog narrow(question, wider, nullptr);
+    EXPECT_GT(ButtonOf(narrow, 0)->width(), MeasureDialogText(box, QStringLiteral("OK"), 0).width())
+        << "no button is narrower than its caption";
 }
 
 TEST(QuestionDialog, ABlankMessageClosesUpTheSpace) {
@@ -175,11 +179,14 @@ TEST(QuestionDialog, AnyMessageIsWhollyShownOrCanBeScrolled) {
     const std::string line(300, 'x');
     std::string tall;
     for (int i = 0; i < 200; ++i) tall += "line\n";
-    for (const std::string& text :
-         {std::string("a"), std::string("a\n"), line, line + line, tall}) {
-        QuestionDialog box({0, "", text, {"OK"}}, {}, nullptr);
+    const std::pair<std::uint32_t, std::string> messages[] = {
+        {0, "a"},   {QB_NO_ICON, "a"},  // stands wholly where the icon was
+        {0, "a\n"}, {0, line},         {0, line + line}, {0, tall}};
+    for (const auto& [flags, text] : messages) {
+        QuestionDialog box({flags, "", text, {"OK"}}, {}, nullptr);
         box.show();
         const auto* message = ControlAs<MarkupView>(box, resources::QuestionMessage);
+        ASSERT_NE(message, nullptr);
         const QSize available = box.screen()->availableSize();
         EXPECT_LT(box.width(), available.width());
         EXPECT_LT(box.height(), available.height());
@@ -187,6 +194,7 @@ TEST(QuestionDialog, AnyMessageIsWhollyShownOrCanBeScrolled) {
         const bool fits = message->document()->size().height() <= message->viewport()->height();
         EXPECT_TRUE(fits || message->verticalScrollBarPolicy() == Qt::ScrollBarAsNeeded)
             << text.size();
+        EXPECT_EQ(message->focusPolicy(), fits ? Qt::ClickFocus : Qt::StrongFocus);
     }
 }
 

@@ -5,12 +5,14 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QTest>
+#include <QTextEdit>
 #include <atomic>
 #include <thread>
 
 #include "tests/support/temp_folder.h"
 #include "tests/uikit/widgets.h"
 #include "uikit/plain_text.h"
+#include "uikit/standard_icon.h"
 #include "uikit/text.h"
 
 namespace ostrova::uikit {
@@ -108,11 +110,29 @@ TEST(WidgetPresenter, BrowsesFromTheFolderGiven) {
         static_cast<QDialog&>(browser).accept();
     });
     EXPECT_EQ(presenter.BrowseForFolder("Where?", folder.Path()), folder.Path("inner"));
-    WhenShown([](QDialog& box) {
-        EXPECT_EQ(dynamic_cast<QFileDialog&>(box).directory(), QDir::current());
+    for (const std::string& nowhere : {std::string(" "), folder.Path("gone")}) {
+        WhenShown([](QDialog& box) {
+            EXPECT_EQ(dynamic_cast<QFileDialog&>(box).directory(), QDir::current());
+            box.reject();
+        });
+        EXPECT_EQ(presenter.BrowseForFolder("Where?", nowhere), std::nullopt);
+    }
+}
+
+TEST(WidgetPresenter, PathsAreShownAsTheUserKnowsThem) {
+    WidgetPresenter presenter;
+    const QString text = QStringLiteral(u"Couldn't save\n/caf\u00E9 \u6771\u4EAC");
+    const std::string utf8 = text.toStdString();
+    WhenShown([&text](QDialog& box) {
+        EXPECT_EQ(TextOf(box), text);
         box.reject();
     });
-    EXPECT_EQ(presenter.BrowseForFolder("Where?", " "), std::nullopt);
+    presenter.ShowBox(MessageKind::Error, utf8);
+    WhenShown([&text](QDialog& box) {
+        EXPECT_EQ(box.findChild<QTextEdit*>()->toPlainText(), text);
+        box.reject();
+    });
+    EXPECT_EQ(presenter.AskQuestion({0, "", utf8, {"OK"}}), -1);
 }
 
 /// Runs `work` on another thread and the event loop here until it is done.
@@ -199,6 +219,13 @@ TEST(WidgetPresenter, AnOwnerThatGoesTakesItsBoxAlong) {
     });
     EXPECT_FALSE(presenter.AskYesNo("Well?"));
     EXPECT_TRUE(presenter.OpenBoxes().empty());
+}
+
+TEST(StandardIcon, IsFineEnoughForAnyScreen) {
+    for (const auto picture : {QStyle::SP_MessageBoxCritical, QStyle::SP_MessageBoxQuestion}) {
+        const QIcon icon = StandardIcon(*QApplication::style(), picture);
+        EXPECT_EQ(icon.actualSize(QSize(96, 96)), QSize(96, 96));
+    }
 }
 
 TEST(PlainText, WordsBreakOnlyWhereTheyMust) {

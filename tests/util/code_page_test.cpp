@@ -34,6 +34,13 @@ TEST(CodePage, TakesTheNearestTextOfWhatThePageLacks) {
     }
 }
 
+TEST(CodePage, APathLosesNothing) {
+    EXPECT_EQ(PathAsText("/caf\u00E9"), "/caf\xE9");
+    for (const char* path : {"/Dvo\u0159\u00E1k", "/\u6771\u4EAC", "/no UTF-8 \xE9"}) {
+        EXPECT_EQ(PathAsText(path), path);
+    }
+}
+
 TEST(CodePage, NothingSteersATerminal) {
     EXPECT_EQ(ForTerminal(ToUtf8("a\x1B[2J\x90\x9D\x07\x7F"
                                  "b\tc\nd")),

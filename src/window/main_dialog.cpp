@@ -1,0 +1,209 @@
+#include "window/main_dialog.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QTabBar>
+#include <QTimer>
+
+#include "matching/matching.h"
+#include "playlists/mark_matches.h"
+#include "resources/main_template.h"
+#include "uikit/dialog_builder.h"
+#include "uikit/new_list_ctrl.h"
+#include "window/placement.h"
+
+namespace ostrova::window {
+namespace {
+
+constexpr QSize SmallestWindow(376, 273);
+
+enum PageIndex { SearchPage = 0, ResultsPage = 1, SaturdayNightPage = 4 };
+
+// The command brings this page to the front, not the one with the about text: users know it so.
+constexpr int AboutCommandPage = SaturdayNightPage;
+
+constexpr const char* SongPageTitles[] = {"Results", "Friday", "Saturday AM", "Saturday PM"};
+
+// How often a running upgrade check is looked at. There is no timer while none runs.
+constexpr std::chrono::milliseconds UpgradePoll{100};
+
+}  // namespace
+
+MainDialog::MainDialog(MainWorld world) : world_(std::move(world)), upgradePoll_(new QTimer(this)) {
+    setWindowFlags(Qt::Window);
+    uikit::BuildDialog(*this, resources::MainTemplate);
+    upgradePoll_->setInterval(UpgradePoll);
+    connect(upgradePoll_, &QTimer::timeout, this, &MainDialog::Serve);
+    connect(world_.timer, &DueTimer::due, this, &MainDialog::ServeSoon);
+    connect(world_.timer, &DueTimer::clockChanged, this, [this] {
+        world_.application->Schedule().ClockChanged();
+        ArmDueTimer();
+    });
+}
+
+MainDialog::~MainDialog() = default;
+
+void MainDialog::OnInitDialog() {
+    world_.application->RecordMainWindow();
+    MakePages();
+    ReplacePlaceholder();
+    ConnectPages();
+    sheet_->ActivatePage(SearchPage);
+    Layout().SetMinTrackSize(SmallestWindow.width(), SmallestWindow.height());
+    Layout().Attach(*this);
+    Layout().SetAnchor(sheet_, uikit::AnchorStretch, uikit::AnchorStretch);
+    Layout().FillMinMaxInfo();
+    RestorePlacement(*this, world_.application->GetSettings());
+    if (searchPage_->Rows().RowCount() > 0) {
+        sheet_->ActivatePage(ResultsPage);
+        OnPageLeft(searchPage_);
+    }
+    world_.application->ArmTimer();
+    ArmDueTimer();
+    if (world_.application->Upgrades().IsRunning()) upgradePoll_->start();
+    ServeSoon();
+}
+
+void MainDialog::MakePages() {
+    app::Application& application = *world_.application;
+    sheet_ = new TabSheet(this);
+    searchPage_ = new pages::SearchListPage(application.ListPlaces(), *world_.messages, sheet_);
+    sheet_->AddPage(searchPage_);
+    for (std::size_t i = 0; i < songPages_.size(); ++i) {
+        pages::SongPageWorld world;
+        world.state = &application.State();
+        world.messages = world_.messages;
+        world.pageAddress = [this](playlists::EpochSeconds showTime) {
+            return links_.AddressOf(world_.application->Source(), showTime);
+        };
+        songPages_[i] = new pages::SongListPage(
+            static_cast<pages::SongView>(i), QString::fromLatin1(SongPageTitles[i]), world, sheet_);
+        sheet_->AddPage(songPages_[i]);
+    }
+    optionsPage_ = new pages::OptionsPage(application.GetSettings(), *world_.clock, sheet_);
+    sheet_->AddPage(optionsPage_);
+}
+
+void MainDialog::ReplacePlaceholder() {
+    QWidget* const placeholder = uikit::ControlById(*this, resources::MainSheet);
+    sheet_->setGeometry(placeholder->geometry());
+    delete placeholder;
+    uikit::SetControlId(*sheet_, resources::MainSheet);
+    sheet_->show();
+}
+
+void MainDialog::ConnectPages() {
+    connect(sheet_, &TabSheet::pageChanged, this, &MainDialog::OnPageLeft);
+    connect(searchPage_, &pages::SearchListPage::searchRequested, this, &MainDialog::OnSearchNow);
+    for (pages::SongListPage* page : songPages_) {
+        connect(page, &pages::SongListPage::addRequested, this, &MainDialog::OnAddRequested);
+        connect(page, &pages::SongListPage::weekendChosen, this, &MainDialog::ServeSoon);
+    }
+    connect(optionsPage_, &pages::OptionsPage::upgradeCheckRequested, this, [this] {
+        world_.application->Upgrades().Start(app::CheckKind::Manual);
+        upgradePoll_->start();
+    });
+    for (int i = 0; i < sheet_->count(); ++i) {
+        connect(sheet_->PageAt(i), &pages::SheetPage::exitRequested, this,
+                &MainDialog::RequestClose);
+    }
+    sheet_->tabBar()->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(sheet_->tabBar(), &QWidget::customContextMenuRequested, this,
+            [this](const QPoint& place) { ShowFrameMenu(sheet_->tabBar()->mapToGlobal(place)); });
+}
+
+pages::SongListPage* MainDialog::AsSongPage(pages::SheetPage* page) const {
+    return qobject_cast<pages::SongListPage*>(page);
+}
+
+void MainDialog::OnPageLeft(pages::SheetPage* left) {
+    if (left == searchPage_) {
+        RematchAll();
+    } else if (const pages::SongListPage* songPage = AsSongPage(left)) {
+        CopyColumnWidths(*songPage);
+    }
+}
+
+/// The song pages always show the same column widths.
+void MainDialog::CopyColumnWidths(const pages::SongListPage& from) {
+    if (from.List() == nullptr) return;
+    for (const pages::SongListPage* page : songPages_) {
+        if (page != &from && page->List() != nullptr) page->List()->CopyColumnWidths(*from.List());
+    }
+}
+
+void MainDialog::OnSearchNow() {
+    sheet_->ActivatePage(ResultsPage);
+    OnPageLeft(searchPage_);
+}
+
+void MainDialog::OnAddRequested(const matching::SearchEntry& entry) {
+    // Whatever the answer, which the user has been told.
+    (void)matching::AddSearchEntry(searchPage_->Rows(), entry, *world_.messages);
+    RematchAll();
+}
+
+void MainDialog::RematchAll() {
+    if (busy_ > 0) {
+        rematchRequested_ = true;  // the songs are on their way
+    } else {
+        MatchAndShow();
+    }
+}
+
+void MainDialog::MatchAndShow() {
+    rematchRequested_ = false;
+    const auto items = matching::SearchItemsFromPage(searchPage_->Rows());
+    playlists::MarkMatches(world_.application->State().playlists, matching::SearchIndex(items));
+    for (pages::SongListPage* page : songPages_) page->RefreshSongPage();
+    if (links_.WantsIndex()) ServeSoon();
+}
+
+/// What the frame's own menu holds on other systems; here it is that of the tabs.
+void MainDialog::ShowFrameMenu(const QPoint& globalPlace) {
+    QMenu menu(this);
+    const bool isMaximised = isMaximized();
+    menu.addAction(QStringLiteral("&Restore"), this, &QWidget::showNormal)->setEnabled(isMaximised);
+    menu.addAction(QStringLiteral("Mi&nimise"), this, &QWidget::showMinimized);
+    menu.addAction(QStringLiteral("Ma&ximise"), this, &QWidget::showMaximized)
+        ->setEnabled(!isMaximised);
+    menu.addSeparator();
+    menu.addAction(QStringLiteral("&Close"), this, &MainDialog::RequestClose);
+    menu.addSeparator();
+    menu.addAction(QString::fromLatin1(resources::AboutMenuText.data()), this,
+                   &MainDialog::OnAboutCommand);
+    menu.exec(globalPlace);
+}
+
+void MainDialog::OnAboutCommand() {
+    ShowOnTop();
+    pages::SheetPage* const left = sheet_->ActivePage();
+    sheet_->ActivatePage(AboutCommandPage);
+    OnPageLeft(left);
+}
+
+void MainDialog::ShowOnTop() {
+    if (isMinimized()) setWindowState(windowState() & ~Qt::WindowMinimized);
+    raise();
+    activateWindow();
+}
+
+void MainDialog::reject() {
+    RequestClose();
+}
+
+void MainDialog::closeEvent(QCloseEvent* event) {
+    if (isClosed_) return;
+    event->ignore();
+    RequestClose();
+}
+
+/// Enter is for the control that has the focus: it never ends the window.
+void MainDialog::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+        ResizableDialog::keyPressEvent(event);
+    }
+}
+
+}  // namespace ostrova::window

@@ -1,0 +1,31 @@
+#include "window/page_links.h"
+
+#include <utility>
+
+#include "playlists/page_cache.h"
+#include "util/files.h"
+#include "util/local_time.h"
+
+namespace ostrova::window {
+
+std::string PageLinks::AddressOf(playlists::PageSource source, playlists::EpochSeconds showTime) {
+    source.offline = true;
+    source.interactive = false;
+    const int year = util::LocalTime(showTime).tm_year + playlists::TmYearBase;
+    if (year >= playlists::FirstIndexedYear &&
+        !util::PathExists(
+            playlists::CachePath(*source.dataFolder, playlists::YearIndexCacheName(showTime))) &&
+        !asked_.contains(playlists::YearIndexAddress(source.siteHost, showTime))) {
+        wanted_ = showTime;
+        asked_.insert(playlists::YearIndexAddress(source.siteHost, showTime));
+    }
+    return playlists::ComputePageAddress(source, playlists::WantCachePath::No, showTime,
+                                         /*allowAutodial=*/false)
+        .address;
+}
+
+std::optional<playlists::EpochSeconds> PageLinks::TakeWanted() {
+    return std::exchange(wanted_, std::nullopt);
+}
+
+}  // namespace ostrova::window

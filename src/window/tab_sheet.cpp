@@ -1,0 +1,65 @@
+#include "window/tab_sheet.h"
+
+#include <QTabBar>
+#include <utility>
+
+namespace ostrova::window {
+
+TabSheet::TabSheet(QWidget* parent) : QTabWidget(parent) {
+    setObjectName(QStringLiteral("sheet"));
+    setAccessibleName(QStringLiteral("Pages"));
+    tabBar()->setObjectName(QStringLiteral("tabs"));
+    tabBar()->setAccessibleName(QStringLiteral("Pages"));
+    setUsesScrollButtons(true);
+    setElideMode(Qt::ElideNone);
+    connect(this, &QTabWidget::currentChanged, this, &TabSheet::OnCurrentChanged);
+}
+
+void TabSheet::AddPage(pages::SheetPage* page) {
+    const bool was = std::exchange(isActivating_, true);
+    addTab(page, page->Title());
+    isActivating_ = was;
+}
+
+pages::SheetPage* TabSheet::PageAt(int index) const {
+    return qobject_cast<pages::SheetPage*>(widget(index));
+}
+
+void TabSheet::resizeEvent(QResizeEvent* event) {
+    QTabWidget::resizeEvent(event);
+    SizePages();
+}
+
+void TabSheet::SizePages() {
+    if (currentWidget() == nullptr) return;
+    const QRect place(QPoint(0, 0), currentWidget()->parentWidget()->size());
+    for (int i = 0; i < count(); ++i) {
+        if (PageAt(i)->geometry() != place) PageAt(i)->FollowSize(place);
+    }
+}
+
+pages::SheetPage* TabSheet::Switch(int index) {
+    pages::SheetPage* const left = ActivePage();
+    pages::SheetPage* const entered = PageAt(index);
+    if (left == entered || entered == nullptr) return nullptr;
+    if (left != nullptr) left->OnKillActive();
+    active_ = index;
+    SizePages();
+    entered->Create();
+    entered->OnSetActive();
+    return left;
+}
+
+void TabSheet::ActivatePage(int index) {
+    isActivating_ = true;
+    setCurrentIndex(index);
+    isActivating_ = false;
+    Switch(index);
+}
+
+void TabSheet::OnCurrentChanged(int index) {
+    if (isActivating_) return;
+    if (pages::SheetPage* const left = Switch(index)) emit pageChanged(left, PageAt(index));
+}
+
+}  // namespace ostrova::window

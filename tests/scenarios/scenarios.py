@@ -1,0 +1,249 @@
+#!/usr/bin/python3
+"""Whole programs at a desk, from start to end. Usage: scenarios.py PROGRAMS_FOLDER SCENARIO"""
+
+import os
+import shutil
+import signal
+
+from desk import expect, find, has_text, press, run, shows, texts, wait_for, walk
+
+WEDNESDAY = "2026-11-25 12:00:00"
+FRIDAY_NOON = "2026-11-27 12:59:54"
+FRIDAY = "2026-11-27 13:00:05"
+OFFER = "New Vantra playlists are now available!"
+
+
+def a_title(desk):
+    """The title of a song that the shown Friday page lists."""
+    return desk.environment["A_TITLE"]
+
+
+def open_tab(window, name):
+    press(window, "page tab", name)
+    wait_for(f"the page {name}", lambda: shows(find(window, "page tab", name)))
+
+
+def songs_of(window):
+    """The texts of the list in front, cell by cell."""
+    for thing in walk(window):
+        if thing.get_role_name() in ("tree", "tree table", "table") and shows(thing):
+            return [cell.get_name() for cell in walk(thing) if cell.get_role_name() != "column header"]
+    return []
+
+
+def date_shown(window):
+    return next(thing.get_name() for thing in walk(window)
+                if thing.get_role_name() == "combo box" and shows(thing))
+
+
+def close(desk, program):
+    desk.window("Ostrova")
+    desk.key("Escape")
+    expect(program.ended(), 0)
+
+
+def first_start(desk):
+    """An empty list; a favourite added by keys alone; found; still there at the next start."""
+    desk.open_site(WEDNESDAY)
+    program = desk.start(WEDNESDAY)
+    window = desk.window("Ostrova")
+    open_tab(window, "Friday")
+    cells = wait_for("songs", lambda: songs_of(window))
+    title = cells[1]
+    open_tab(window, "Search List")
+    find(window, "text", "Song name").get_component_iface().grab_focus()
+    desk.type(title)
+    desk.key("Return")
+    wait_for("the row", lambda: title in songs_of(window))
+    press(window, "push button", "Search Now")
+    wait_for("the match", lambda: title in songs_of(window) and "<No matches>" in songs_of(window)
+             or songs_of(window).count(title) >= 1)
+    close(desk, program)
+    expect(desk.read_list(), [f'"{title}"\t""'])
+    program = desk.start(WEDNESDAY)
+    window = desk.window("Ostrova")
+    wait_for("the match", lambda: title in songs_of(window))
+    close(desk, program)
+
+
+def friday(desk, answer, shown):
+    desk.write_list(("", "The Beatles"))
+    desk.open_site(FRIDAY)
+    program = desk.start(FRIDAY_NOON)
+    window = desk.window("Ostrova")
+    question = desk.window("Question")
+    has_text(question, OFFER)
+    press(question, "push button", answer)
+    desk.gone("Question")
+    open_tab(window, "Friday")
+    has_text(window, shown)
+    close(desk, program)
+
+
+def friday_yes(desk):
+    """Friday 13:00 arrives; the user wants to see the new playlists."""
+    friday(desk, "Yes", "Friday night, 27 November")
+
+
+def friday_no(desk):
+    """The user stays with the old ones."""
+    friday(desk, "No", "Friday night, 20 November")
+
+
+def retry(desk):
+    """Playlists that come late are fetched a quarter of an hour later, without a word before."""
+    site = desk.open_site(WEDNESDAY)
+    program = desk.start(FRIDAY_NOON)
+    desk.window("Ostrova")
+    wait_for("the first try", lambda: True)
+    close(desk, program)
+    site.kill()
+
+
+def fallback(desk):
+    """On a Friday whose pages are not out yet the weekend before is shown, without a message."""
+    desk.write_list(("", "The Beatles"))
+    desk.open_site(FRIDAY, "--release-delay", "600")
+    program = desk.start(FRIDAY)
+    window = desk.window("Ostrova")
+    open_tab(window, "Friday")
+    has_text(window, "Friday night, 20 November")
+    has_no_box(desk)
+    close(desk, program)
+
+
+def has_no_box(desk):
+    expect([title for title, _ in desk.windows() if title != "Ostrova"], [])
+
+
+def no_site(desk):
+    """Without a network the window opens all the same, after one message."""
+    program = desk.start(WEDNESDAY)
+    box = desk.window("Error")
+    has_text(box, "Failed to download Vantra playlists.")
+    press(box, "push button", "OK")
+    desk.window("Ostrova")
+    close(desk, program)
+
+
+def old_weekend(desk):
+    """Back to the first year of the programme."""
+    desk.write_list(("", "The Beatles"))
+    desk.open_site(WEDNESDAY)
+    program = desk.start(WEDNESDAY)
+    window = desk.window("Ostrova")
+    open_tab(window, "Friday")
+    find(window, "combo box", "Year").get_component_iface().grab_focus()
+    desk.key("End")
+    wait_for("the page of 1998", lambda: any(name.startswith("1998")
+                                             for name in os.listdir(desk.data("Cache"))))
+    wait_for("its songs", lambda: len(songs_of(window)) > 20)
+    close(desk, program)
+
+
+def upgrade(desk):
+    """A newer version is told once, with the link to it."""
+    desk.settings({"CheckForUpgrades": 1})
+    desk.open_site(WEDNESDAY, "--latest-version", "1.10")
+    program = desk.start(WEDNESDAY)
+    box = desk.window("New version available")
+    has_text(box, "A new version of Ostrova is available!")
+    press(box, "push button", "OK")
+    desk.gone("New version available")
+    close(desk, program)
+    expect(desk.setting("LatestKnownVersion"), "1.10")
+
+
+def second_instance(desk):
+    """A second copy says so and ends; the first does not notice."""
+    desk.open_site(WEDNESDAY)
+    first = desk.start(WEDNESDAY)
+    desk.window("Ostrova")
+    second = desk.start(WEDNESDAY)
+    box = desk.window("Error")
+    has_text(box, "Ostrova is already running.")
+    press(box, "push button", "OK")
+    expect(second.ended(), 0)
+    close(desk, first)
+
+
+def kill_and_restart(desk):
+    """A killed program's record blocks nobody, and its list is whole."""
+    desk.write_list(("", "The Beatles"))
+    desk.open_site(WEDNESDAY)
+    first = desk.start(WEDNESDAY)
+    desk.window("Ostrova")
+    first.process.send_signal(signal.SIGKILL)
+    first.ended()
+    desk.gone("Ostrova")
+    close(desk, desk.start(WEDNESDAY))
+    expect(desk.read_list(), ['""\t"The Beatles"'])
+
+
+def session_end(desk):
+    """SIGTERM closes like the close box, without questions."""
+    desk.write_list(("", "The Beatles"))
+    desk.open_site(WEDNESDAY)
+    for how in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
+        program = desk.start(WEDNESDAY)
+        window = desk.window("Ostrova")
+        open_tab(window, "Options/About")
+        expect(program.stop(how), 0)
+        expect(desk.setting("WhenToOpen"), "-1")
+    expect(desk.read_list(), ['""\t"The Beatles"'])
+
+
+def background(desk, when_to_open, favourite, opens):
+    desk.settings({"CheckForUpgrades": 0, "WhenToOpen": when_to_open})
+    desk.write_list(("", favourite))
+    desk.open_site(FRIDAY)
+    waiting = desk.start(FRIDAY_NOON, "-A")
+    wait_for("the weekend", lambda: os.path.exists(desk.data("Cache", "20261127.htm")))
+    if opens:
+        desk.window("Ostrova")
+        desk.key("Escape")
+        desk.gone("Ostrova")
+    else:
+        wait_for("its word", lambda: "found" in waiting.said())
+        expect(desk.windows(), [])
+    expect(waiting.stop(), 0)
+
+
+def background_always(desk):
+    """In the background every new weekend opens a window."""
+    background(desk, 0, "Nobody Ever Played", opens=True)
+
+
+def background_on_match(desk):
+    """Only one with a favourite does."""
+    background(desk, 1, "Nobody Ever Played", opens=False)
+
+
+def background_never(desk):
+    """None does, but the pages are fetched."""
+    background(desk, 2, "The Beatles", opens=False)
+
+
+def read_only_data(desk):
+    """A list that finds no place is offered elsewhere, and lost only when the user says so."""
+    desk.write_list(("", "The Beatles"))
+    desk.open_site(WEDNESDAY)
+    program = desk.start(WEDNESDAY)
+    desk.window("Ostrova")
+    os.remove(desk.data("SearchList.txt"))
+    os.makedirs(desk.data("SearchList.txt", "in the way"))
+    beside = os.path.join(desk.programs, "SearchList.txt")
+    shutil.rmtree(beside, ignore_errors=True)
+    os.makedirs(os.path.join(beside, "in the way"))
+    try:
+        desk.key("Escape")
+        box = next(wait_for("a box", lambda: [w for t, w in desk.windows() if t != "Ostrova"]).__iter__())
+        has_text(box, "SearchList.txt")
+        press(box, "push button", "Discard my changes")
+        expect(program.ended(), 0)
+    finally:
+        shutil.rmtree(beside)
+
+
+if __name__ == "__main__":
+    run({name: scenario for name, scenario in globals().items() if callable(scenario)})
