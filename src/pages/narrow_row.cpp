@@ -55,6 +55,7 @@ bool MustShare(const QWidget& page, const std::vector<Place>& row, int gap) {
 /// Cuts the needed widths to `room` in all, the widest to one width: what is short stays whole.
 void CutNeeds(std::vector<Place>& row, int room) {
     std::vector<int> needs;
+    needs.reserve(row.size());
     for (const Place& place : row) needs.push_back(place.needed);
     std::sort(needs.begin(), needs.end());
     int most = needs.back();

@@ -31,6 +31,10 @@ OptionsPage::OptionsPage(const app::Settings& settings, platform::Clock& clock, 
       settings_(&settings),
       clock_(&clock) {}
 
+OptionsPage::~OptionsPage() {
+    disconnect(qApp, nullptr, this, nullptr);  // the focus moves while the controls go
+}
+
 void OptionsPage::Initialise() {
     controls_ = new QWidget(this);
     uikit::BuildDialog(*controls_, OptionsTemplate);

@@ -20,6 +20,7 @@ class OptionsPage final : public SheetPage {
 public:
     /// Both are borrowed; the page changes neither.
     OptionsPage(const app::Settings& settings, platform::Clock& clock, QWidget* parent = nullptr);
+    ~OptionsPage() override;
 
     /// The page is left: takes the controls' values.
     void OnKillActive() override { TakeValues(); }

@@ -48,7 +48,10 @@ SearchListPage::SearchListPage(matching::SearchListPlaces places, feedback::Mess
       places_(std::move(places)),
       messages_(&messages) {}
 
-SearchListPage::~SearchListPage() = default;
+SearchListPage::~SearchListPage() {
+    // An editor that is still open reports when the list goes, after the rows.
+    if (list_ != nullptr) disconnect(list_, nullptr, this, nullptr);
+}
 
 matching::SearchListRows& SearchListPage::Rows() {
     return *rows_;

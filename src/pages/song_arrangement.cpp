@@ -22,20 +22,28 @@ int LineHeight(const QWidget& label) {
     return label.fontMetrics().height();
 }
 
-/// Makes room for the longest date, where the template's font would have been narrower; the year
-/// and the label make way.
+bool Fits(const LinkLabel& label) {
+    return label.fontMetrics().horizontalAdvance(label.text()) <= label.width();
+}
+
+/// Widens the dates, which the template's font would have made narrower, up to the longest of them,
+/// as far as there is room: a label that fits beside the boxes keeps it.
 void WidenDates(const QWidget& page, LinkLabel& label) {
     auto* dates = ControlAs<QComboBox>(page, SongShowDate);
     QWidget& year = *ControlById(page, SongYear);
     const QString longest = QStringLiteral("Saturday morning, 27 September");
     QStyleOptionComboBox option;
     option.initFrom(dates);
-    const QSize text(dates->fontMetrics().horizontalAdvance(longest), dates->height());
+    const QFontMetrics metrics = dates->fontMetrics();
+    const QSize text(metrics.horizontalAdvance(longest), dates->height());
     const int needed =
         dates->style()->sizeFromContents(QStyle::CT_ComboBox, &option, text, dates).width();
-    const int missing = needed - dates->width();
-    if (missing <= 0 || page.width() < needed + year.width() + 2 * dates->x()) return;
-    dates->resize(needed, dates->height());
+    const QFontMetrics ofLabel = label.fontMetrics();
+    const int room = Fits(label) ? label.width() - ofLabel.horizontalAdvance(label.text())
+                                 : page.width() - year.geometry().right() - 1;
+    const int missing = std::min(needed - dates->width(), room - dates->x());
+    if (missing <= 0) return;
+    dates->resize(dates->width() + missing, dates->height());
     year.move(year.x() + missing, year.y());
     label.setGeometry(label.geometry().adjusted(missing, 0, 0, 0));
 }
@@ -70,7 +78,7 @@ void ArrangeSongPage(const QWidget& page, const QString& guestText) {
     auto* guest = ControlAs<LinkLabel>(page, SongGuest);
     auto* link = ControlAs<LinkLabel>(page, SongPlaylistLink);
     WidenDates(page, *link);
-    const bool fits = link->fontMetrics().horizontalAdvance(link->text()) <= link->width();
+    const bool fits = Fits(*link);
     QString text = guestText;
     if (!fits) text = text.trimmed().replace(QLatin1Char('\n'), QLatin1Char(' '));
     guest->SetText(text);

@@ -18,14 +18,16 @@ Playlist Songs(int begins) {
         {"Fish & Chips <b>live</b>", "R\xF6yk\xE4 & Sons"},
         {"A very long title that no column of this width can ever hold", "The Quartet featuring X"},
         {"9 Rooms", "Mina Vale"},
-        {"Caf\xE9 \x93Noir\x94", "D\xE9sir\xE9" "e"},
+        {"Caf\xE9 \x93Noir\x94",
+         "D\xE9sir\xE9"
+         "e"},
     };
     Playlist playlist;
     for (int i = 0; i < 30; ++i) {
         const auto& [title, artist] = songs[i % 5];
-        playlist.push_back(MakeSong(begins + 4 * i, i % 3 == 1, title, artist,
-                                    i % 4 == 0 ? std::optional<std::string_view>("request")
-                                               : std::nullopt));
+        playlist.push_back(
+            MakeSong(begins + 4 * i, i % 3 == 1, title, artist,
+                     i % 4 == 0 ? std::optional<std::string_view>("request") : std::nullopt));
         playlist.back().matched = i % 7 == 1;
     }
     return playlist;

@@ -211,6 +211,7 @@ TEST_F(SearchListPageTest, AnOpenEditorCanBeAskedForItsText) {
     page_.EndEditing();
     EXPECT_EQ(Rows(), Strings{"New|1"});
     EXPECT_EQ(list_->EditCount(), 0);
+    QTest::keyClicks(Edit(0, 1), QStringLiteral("and one that nobody asks"));
 }
 
 TEST_F(SearchListPageTest, TellsWhatItsOwnerIsToDo) {

@@ -1,238 +1,17 @@
 #include "pages/song_list_page.h"
 
 #include <QClipboard>
-#include <QComboBox>
-#include <QSignalSpy>
-#include <QWheelEvent>
-#include <algorithm>
-#include <memory>
-#include <optional>
 
-#include "tests/pages/page_fixture.h"
-#include "tests/support/environment.h"
-#include "tests/support/moments.h"
-#include "tests/support/recorder.h"
-#include "tests/uikit/widgets.h"
+#include "tests/pages/song_page_fixture.h"
 #include "uikit/dialog_builder.h"
-#include "uikit/link_label.h"
-#include "uikit/new_list_ctrl.h"
 
 namespace ostrova::pages {
 namespace {
 
-using playlists::EpochSeconds;
 using playlists::GuestInfo;
 using playlists::MakeSong;
 using playlists::Song;
 using testing::At;
-using testing::DateOf;
-
-constexpr SongView AllViews[] = {SongView::Results, SongView::Friday, SongView::SaturdayMorning,
-                                 SongView::SaturdayNight};
-
-Song Matched(Song song) {
-    song.matched = true;
-    return song;
-}
-
-/// The weekend of Friday 7 July 2006 is the newest and the one displayed.
-class SongListPageTest : public ::testing::Test {
-public:
-    SongListPageTest() {
-        state_.latestWeekend = At("2006-07-07 12:00:00");
-        state_.displayedWeekend = playlists::WeekendAt(state_.latestWeekend);
-        state_.playlists[0] = {MakeSong(690, false, "Fish & Chips <b>", "R\xF6yk\xE4", "new"),
-                               Matched(MakeSong(785, true, "9 Rooms\x90\t!", "Mina && Vale", {}))};
-        state_.playlists[2] = {Matched(MakeSong(720, false, "Noon", "The Lanterns", {}))};
-    }
-
-    void Open(SongView view) {
-        shown_.reset();
-        SongPageWorld world;
-        world.state = &state_;
-        world.messages = &messages_;
-        world.pageAddress = [](EpochSeconds time) {
-            return "http://site/" + testing::TimeOf(time);
-        };
-        world.links = &links_;
-        page_ = std::make_unique<SongListPage>(view, QStringLiteral("Songs"), world);
-        QObject::connect(page_.get(), &SongListPage::addRequested, page_.get(),
-                         [this](const matching::SearchEntry& entry) { added_.push_back(entry); });
-        QObject::connect(page_.get(), &SongListPage::weekendChosen, page_.get(),
-                         [this] { ++weekendsChosen_; });
-        shown_.emplace(*page_);
-        list_ = page_->List();
-        date_ = shown_->Find<QComboBox>("showDate");
-        year_ = shown_->Find<QComboBox>("year");
-        guest_ = shown_->Find<uikit::LinkLabel>("guest");
-        link_ = shown_->Find<uikit::LinkLabel>("playlistLink");
-    }
-
-    [[nodiscard]] Strings Rows() const {
-        Strings rows;
-        for (int row = 0; row < list_->GetRowCount(); ++row) {
-            std::string& texts = rows.emplace_back();
-            for (int column = 0; column < 4; ++column) {
-                texts += (column > 0 ? "|" : "") + std::string(list_->CellText(row, column));
-            }
-        }
-        return rows;
-    }
-
-    void ClickRow(int row) const {
-        QTest::mouseClick(list_->viewport(), Qt::LeftButton, {}, list_->CellRect(row, 1).center());
-    }
-
-    /// What a screen reader says of a row: the name of each cell, and its description if any.
-    [[nodiscard]] Strings Spoken(int row) const {
-        auto* table = QAccessible::queryAccessibleInterface(list_)->tableInterface();
-        Strings cells;
-        for (int column = 0; column < 4; ++column) {
-            QAccessibleInterface* cell = table->cellAt(row, column);
-            const QString note = cell->text(QAccessible::Description);
-            cells.push_back(cell->text(QAccessible::Name).toStdString() +
-                            (note.isEmpty() ? "" : " (" + note.toStdString() + ")"));
-        }
-        return cells;
-    }
-
-    [[nodiscard]] std::string Date() const { return date_->currentText().toStdString(); }
-
-    testing::TimeZone zone_{"Europe/Berlin"};
-    testing::RecordedLinks links_;
-    testing::MessageRecorder recorder_;
-    feedback::Messages messages_{recorder_};
-    playlists::WeekendState state_;
-    std::vector<matching::SearchEntry> added_;
-    int weekendsChosen_ = 0;
-    std::unique_ptr<SongListPage> page_;
-    std::optional<ShownPage> shown_;
-    uikit::NewListCtrl* list_ = nullptr;
-    QComboBox* date_ = nullptr;
-    QComboBox* year_ = nullptr;
-    uikit::LinkLabel* guest_ = nullptr;
-    uikit::LinkLabel* link_ = nullptr;
-};
-
-// --- Dates ---
-
-TEST_F(SongListPageTest, OffersTheDatesOfItsShowInEachYear) {
-    struct Case {
-        SongView view;
-        int year;
-        int count;
-        const char* newest;
-        const char* oldest;
-    };
-    const Case cases[] = {
-        {SongView::Results, 2006, 27, "Saturday night, 8 July", "Saturday night, 7 January"},
-        {SongView::Friday, 2006, 27, "Friday night, 7 July", "Friday night, 6 January"},
-        {SongView::SaturdayMorning, 2006, 27, "Saturday morning, 8 July",
-         "Saturday morning, 7 January"},
-        {SongView::SaturdayNight, 2005, 53, "Saturday night, 31 December",
-         "Saturday night, 1 January"},
-        {SongView::Friday, 1998, 52, "Friday night, 25 December", "Friday night, 2 January"},
-    };
-    for (const Case& c : cases) {
-        Open(c.view);
-        EXPECT_EQ(year_->count(), 9);
-        EXPECT_EQ(year_->itemText(8), QStringLiteral("1998"));
-        for (int year = 2006; year > c.year; --year) QTest::keyClick(year_, Qt::Key_Down);
-        EXPECT_EQ(date_->count(), c.count) << c.newest;
-        EXPECT_EQ(date_->itemText(0).toStdString(), c.newest);
-        EXPECT_EQ(date_->itemText(c.count - 1).toStdString(), c.oldest);
-    }
-}
-
-TEST_F(SongListPageTest, AChoiceIsAWeekendToLoad) {
-    for (const SongView view : AllViews) {
-        Open(view);
-        weekendsChosen_ = 0;
-        state_.reloadRequested = false;
-        QTest::keyClick(date_, Qt::Key_Down);
-        EXPECT_EQ(weekendsChosen_, 1);
-        EXPECT_TRUE(state_.reloadRequested);
-        EXPECT_EQ(state_.displayedWeekend, playlists::WeekendAt(At("2006-06-30 12:00:00")));
-        QTest::keyClick(year_, Qt::Key_Down);
-        EXPECT_EQ(weekendsChosen_, 2);
-        EXPECT_EQ(DateOf(state_.displayedWeekend.anchor), "2005-12-30");
-        EXPECT_EQ(DateOf(state_.displayedWeekend.saturdayMorning), "2005-12-31");
-        EXPECT_TRUE(playlists::IsMorningShow(state_.displayedWeekend.saturdayMorning));
-        state_.displayedWeekend = playlists::WeekendAt(state_.latestWeekend);
-    }
-    EXPECT_EQ(list_->GetRowCount(), 1) << "nothing is loaded or shown by the page itself";
-}
-
-TEST_F(SongListPageTest, OnlyTheUserChooses) {
-    Open(SongView::Friday);
-    state_.displayedWeekend = playlists::WeekendAt(At("2006-05-05 12:00:00"));
-    page_->OnSetActive();
-    EXPECT_EQ(Date(), "Friday night, 5 May");
-    page_->FillYearCombo();
-    EXPECT_EQ(Date(), "Friday night, 7 July");
-    list_->setFocus();
-    QWheelEvent wheel(QPointF(5, 5), date_->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, {}, {},
-                      Qt::NoScrollPhase, false);
-    QApplication::sendEvent(date_, &wheel);
-    EXPECT_EQ(Date(), "Friday night, 7 July");
-    EXPECT_EQ(weekendsChosen_, 0);
-    EXPECT_FALSE(state_.reloadRequested);
-    EXPECT_EQ(state_.displayedWeekend, playlists::WeekendAt(At("2006-05-05 12:00:00")));
-}
-
-TEST_F(SongListPageTest, CountsTheDateFromTheYearShownBeforeWhenTheYearChanges) {
-    struct Case {
-        const char* displayed;
-        const char* year;
-        const char* first;   // what the box shows when the year had to change
-        const char* second;  // and when the page comes to the front once more
-    };
-    const Case cases[] = {
-        {"2006-04-14 12:00", "2006", "Friday night, 14 April", "Friday night, 14 April"},
-        {"2005-12-23 11:00", "2005", "Friday night, 17 June", "Friday night, 23 December"},
-        {"2005-01-07 11:00", "2005", "", "Friday night, 7 January"},
-    };
-    for (const Case& c : cases) {
-        Open(SongView::Friday);
-        state_.displayedWeekend = playlists::WeekendAt(At(c.displayed));
-        page_->OnSetActive();
-        EXPECT_EQ(year_->currentText().toStdString(), c.year);
-        EXPECT_EQ(Date(), c.first);
-        page_->OnSetActive();
-        EXPECT_EQ(Date(), c.second);
-    }
-}
-
-TEST_F(SongListPageTest, LivesThroughWildDates) {
-    struct Case {
-        EpochSeconds latest;
-        int years;
-    };
-    const Case cases[] = {
-        {0, 0},
-        {At("1997-06-06 12:00"), 0},
-        {At("2150-03-06 12:00"), 153},
-        {At("12000-01-07 12:00"), 8002},  // down from 9999
-        {-(EpochSeconds{1} << 40), 0},
-        {EpochSeconds{1} << 60, 0},  // no calendar goes so far
-    };
-    for (const Case& c : cases) {
-        for (const EpochSeconds displayed : {EpochSeconds{0}, c.latest, EpochSeconds{1} << 59}) {
-            state_.latestWeekend = c.latest;
-            state_.displayedWeekend = playlists::WeekendAt(displayed);
-            for (const SongView view : AllViews) {
-                Open(view);
-                page_->OnSetActive();
-                page_->RefreshSongPage();
-                QTest::keyClick(year_, Qt::Key_Down);
-                QTest::keyClick(date_, Qt::Key_Down);
-                page_->FillYearCombo();
-                EXPECT_LE(date_->count(), 53);
-                EXPECT_EQ(year_->count(), c.years) << c.latest;
-            }
-        }
-    }
-}
 
 // --- Labels ---
 
@@ -425,6 +204,17 @@ TEST_F(SongListPageTest, IsReachedByTabAndLeftByExitOrEscape) {
     EXPECT_EQ(shown_->exits, 2);
     QTest::keyClick(list_, Qt::Key_Return);
     EXPECT_EQ(added_.size() + static_cast<std::size_t>(weekendsChosen_), 0U);
+}
+
+TEST_F(SongListPageTest, SharesTheWidthOfTheTemplateAmongTheColumns) {
+    Open(SongView::Friday);
+    const int time = list_->columnWidth(0);
+    const int title = list_->columnWidth(1);
+    const int width = list_->viewport()->width();
+    EXPECT_NEAR(time, width / 5, 2);
+    EXPECT_NEAR(title, (width - time) * 2 / 5, 2);
+    EXPECT_NEAR(list_->columnWidth(2), title, 1);
+    EXPECT_EQ(list_->columnWidth(3), width - time - title - list_->columnWidth(2));
 }
 
 TEST_F(SongListPageTest, DoesNothingBeforeItIsCreatedAndCanBeMadeOnTheScreen) {
