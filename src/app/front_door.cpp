@@ -127,7 +127,7 @@ int OpenWindow(const std::vector<std::string>& words) {
 }  // namespace
 
 std::string FrontDoorPath() {
-    const std::string folder(util::FolderPart(platform::ProgramPath()));
+    const std::string folder = ProgramFolder();
     std::string path = folder + FrontDoorProgram;
     if (util::PathExists(path)) return path;
     path = util::JoinPath(folder + OSTROVA_BINDIR, FrontDoorProgram);
