@@ -2,19 +2,20 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
 #include <map>
 
 #include "app/settings.h"
 #include "tests/support/environment.h"
 #include "tests/support/fake_clock.h"
 #include "tests/support/moments.h"
+#include "tests/support/rows.h"
 
 namespace ostrova::app {
 namespace {
 
 using testing::At;
 using testing::DateOf;
+using testing::Rows;
 using testing::TimeOf;
 using testing::TimeZone;
 
@@ -47,8 +48,10 @@ public:
     void Then(const std::string& from, std::function<void(World&)> what) {
         happenings_.emplace(At(from), std::move(what));
     }
-    /// The machine sleeps; it wakes at `wake`, whatever was due.
-    void Suspend(const std::string& wake) { clock_.SetWallClock(At(wake)); }
+    /// The machine sleeps from `from` on; it wakes at `wake`, whatever was due.
+    void SuspendAt(const std::string& from, const std::string& wake) {
+        Then(from, [wake](World& w) { w.clock_.SetWallClock(At(wake)); });
+    }
     void SetClock(const std::string& now) {
         clock_.SetWallClock(At(now));
         clock_.clockChanges = 1;
@@ -58,10 +61,8 @@ public:
         clock_.clockChanges = 1;
     }
 
-    std::function<bool(WeekendAnchor, util::EpochSeconds now)> isOut = [](WeekendAnchor anchor,
-                                                                          util::EpochSeconds now) {
-        return now >= At(DateOf(anchor) + " 13:00:00");
-    };
+    std::string outAt = "13:00:00";  // on the Friday
+    std::string noneFrom = "9999";   // weekends from this date on never come out
     bool isOnline = true;
     bool pagesWereCached = false;
     bool windowIsOpen = false;
@@ -89,8 +90,10 @@ private:
         return {
             .runWeekend =
                 [this](WeekendAnchor anchor) {
-                    events_.push_back(TimeOf(clock_.Now()) + " " + DateOf(anchor));
-                    const bool had = isOnline && isOut(anchor, clock_.Now());
+                    const std::string now = TimeOf(clock_.Now());
+                    const std::string friday = DateOf(anchor);
+                    events_.push_back(now + " " + friday);
+                    const bool had = isOnline && friday < noneFrom && now >= friday + " " + outAt;
                     playlists::RunResult result{.had = had, .reachedNetwork = isOnline};
                     if (!had) result.failures.front() = failure;
                     return result;
@@ -140,7 +143,7 @@ TEST(BackgroundLoop, EveryFridayOfAYearAtOneOClockInEveryZone) {
 TEST(BackgroundLoop, ADayThatDoesNotExistStopsNothing) {
     const TimeZone zone("Pacific/Apia");
     World world("2011-12-21 10:00:00");
-    world.isOut = [](WeekendAnchor, util::EpochSeconds) { return true; };
+    world.outAt = "00:00:00";
     Lines weekends;
     for (const std::string& event : world.RunUntil("2012-01-15 00:00:00")) {
         weekends.push_back(event.substr(20, 10));
@@ -153,36 +156,26 @@ class BackgroundLoopTest : public ::testing::Test {
 };
 
 TEST_F(BackgroundLoopTest, LogsWhatReallyKeepsAWeekendAway) {
-    using playlists::TransferResult;
-    using playlists::TransferStatus;
-    struct Case {
-        bool isOnline;
-        std::optional<TransferResult> failure;
-        const char* reason;
-    };
-    for (const Case& c : std::initializer_list<Case>{
-             {true, std::nullopt, "not out yet"},
-             {false, std::nullopt, "no connection"},
-             {true,
-              TransferResult{.status = TransferStatus::CannotWrite, .writeError = "No space left"},
-              "the page could not be written: No space left"},
-         }) {
+    const playlists::TransferResult unwritten{.status = playlists::TransferStatus::CannotWrite,
+                                              .writeError = "No space left"};
+    for (const auto& [isOnline, failure, reason] :
+         Rows<bool, std::optional<playlists::TransferResult>, std::string>{
+             {true, {}, "not out yet"},
+             {false, {}, "no connection"},
+             {true, unwritten, "the page could not be written: No space left"}}) {
         World world("2027-01-08 12:00:00");
-        world.isOut = [](WeekendAnchor, util::EpochSeconds) { return false; };
-        world.isOnline = c.isOnline;
-        world.failure = c.failure;
+        world.noneFrom = "2027-01-01";
+        world.isOnline = isOnline;
+        world.failure = failure;
         world.RunUntil("2027-01-08 13:05:00");
-        EXPECT_TRUE(world.log.starts_with("2027-01-08 13:0") &&
-                    world.log.find(std::string(": ") + c.reason + ", next") != std::string::npos)
-            << world.log;
+        EXPECT_EQ(world.log.substr(0, 15), "2027-01-08 13:0");
+        EXPECT_NE(world.log.find(": " + reason + ", next"), std::string::npos) << world.log;
     }
 }
 
 TEST_F(BackgroundLoopTest, RetriesUntilTheWeekendComesAndKeepsTheMinute) {
     World world("2026-11-27 09:00:00");
-    world.isOut = [](WeekendAnchor anchor, util::EpochSeconds now) {
-        return now >= At(DateOf(anchor) + " 13:20:00");
-    };
+    world.outAt = "13:20:00";
     EXPECT_EQ(
         world.RunUntil("2026-12-05 00:00:00"),
         (Lines{"2026-11-27 13:00:00 2026-11-27", "2026-11-27 13:15:00 2026-11-27",
@@ -199,38 +192,28 @@ TEST_F(BackgroundLoopTest, AStartAtTheWeekendLooksAtOnceForWhatIsMissing) {
 }
 
 TEST_F(BackgroundLoopTest, OpensAWindowOnlyWhenTheUserWantsToSeeSomethingNew) {
-    struct Case {
-        std::int32_t whenToOpen;
-        bool wasCached, windowIsOpen, songsMatch;
-        bool opens;
-    };
-    for (const Case& c : std::initializer_list<Case>{
-             {OpenAlways, false, false, false, true},
-             {OpenAlways, true, false, true, false},
-             {OpenAlways, false, true, true, false},
-             {OpenOnMatch, false, false, true, true},
-             {OpenOnMatch, false, false, false, false},
-             {OpenOnMatch, false, true, true, false},
-             {OpenNever, false, false, true, false},
-             {-1, false, false, false, true},
-             {99, false, false, false, true},
-         }) {
+    for (const auto& [whenToOpen, wasCached, windowIsOpen, songsMatch, opens] :
+         Rows<std::int32_t, bool, bool, bool, bool>{{OpenAlways, false, false, false, true},
+                                                    {OpenAlways, true, false, true, false},
+                                                    {OpenAlways, false, true, true, false},
+                                                    {OpenOnMatch, false, false, true, true},
+                                                    {OpenOnMatch, false, false, false, false},
+                                                    {OpenOnMatch, false, true, true, false},
+                                                    {OpenNever, false, false, true, false},
+                                                    {-1, false, false, false, true},
+                                                    {99, false, false, false, true}}) {
         World world("2026-11-25 09:00:00");
-        world.whenToOpen = c.whenToOpen;
-        world.pagesWereCached = c.wasCached;
-        world.windowIsOpen = c.windowIsOpen;
-        world.songsMatch = c.songsMatch;
-        EXPECT_EQ(world.RunUntil("2026-11-28 00:00:00")[0].ends_with(" open"), c.opens)
-            << c.whenToOpen << c.wasCached << c.windowIsOpen << c.songsMatch;
+        world.whenToOpen = whenToOpen;
+        world.pagesWereCached = wasCached;
+        world.windowIsOpen = windowIsOpen;
+        world.songsMatch = songsMatch;
+        EXPECT_EQ(world.RunUntil("2026-11-28 00:00:00")[0].ends_with(" open"), opens)
+            << whenToOpen << wasCached << windowIsOpen << songsMatch;
     }
 }
 
 TEST_F(BackgroundLoopTest, FetchesOnWakingAndAnnouncesOnlyTheNewest) {
-    struct Case {
-        const char* wake;
-        Lines events;
-    };
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [wake, events] : Rows<const char*, Lines>{
              {"2026-11-28 09:00:00", {"2026-11-28 09:00:00 2026-11-27 open"}},
              {"2026-12-12 09:00:00",
               {"2026-12-12 09:00:00 2026-11-27", "2026-12-12 09:00:00 2026-12-04",
@@ -239,17 +222,15 @@ TEST_F(BackgroundLoopTest, FetchesOnWakingAndAnnouncesOnlyTheNewest) {
              {"2036-12-13 09:00:00", {"2036-12-13 09:00:00 2036-12-12 open"}},
          }) {
         World world("2026-11-26 22:00:00");
-        world.Then("2026-11-26 23:00:00", [&](World& w) { w.Suspend(c.wake); });
-        EXPECT_EQ(world.RunUntil(c.wake), c.events) << c.wake;
+        world.SuspendAt("2026-11-26 23:00:00", wake);
+        EXPECT_EQ(world.RunUntil(wake), events) << wake;
     }
 }
 
 TEST_F(BackgroundLoopTest, AnnouncesTheOlderWeekendWhenTheNewestIsNotOutYet) {
     World world("2026-11-26 22:00:00");
-    world.isOut = [](WeekendAnchor anchor, util::EpochSeconds) {
-        return anchor < At("2026-12-01 00:00:00");
-    };
-    world.Then("2026-11-26 23:00:00", [](World& w) { w.Suspend("2026-12-04 14:00:00"); });
+    world.noneFrom = "2026-12-01";
+    world.SuspendAt("2026-11-26 23:00:00", "2026-12-04 14:00:00");
     EXPECT_EQ(world.RunUntil("2026-12-04 14:20:00"),
               (Lines{"2026-12-04 14:00:00 2026-11-27", "2026-12-04 14:00:00 2026-12-04 open",
                      "2026-12-04 14:15:00 2026-12-04"}));
@@ -258,7 +239,7 @@ TEST_F(BackgroundLoopTest, AnnouncesTheOlderWeekendWhenTheNewestIsNotOutYet) {
 TEST_F(BackgroundLoopTest, WithoutNetworkAfterWakingItTriesAgainSoon) {
     World world("2026-11-26 22:00:00");
     world.isOnline = false;
-    world.Then("2026-11-26 23:00:00", [](World& w) { w.Suspend("2026-11-28 09:00:00"); });
+    world.SuspendAt("2026-11-26 23:00:00", "2026-11-28 09:00:00");
     world.Then("2026-11-28 09:30:00", [](World& w) { w.isOnline = true; });
     EXPECT_EQ(world.RunUntil("2026-11-28 12:00:00"),
               (Lines{"2026-11-28 09:00:00 2026-11-27", "2026-11-28 09:00:30 2026-11-27",
@@ -281,9 +262,7 @@ TEST_F(BackgroundLoopTest, AClockThatIsSetBackBringsNothingTwice) {
 
 TEST_F(BackgroundLoopTest, AClockSetBackDuringRetriesWaitsForTheReleaseAgain) {
     World world("2026-11-25 09:00:00");
-    world.isOut = [](WeekendAnchor, util::EpochSeconds now) {
-        return now >= At("2026-11-27 13:10:00");
-    };
+    world.outAt = "13:10:00";
     world.Then("2026-11-27 13:05:00", [](World& w) { w.SetClock("2026-11-27 09:00:00"); });
     EXPECT_EQ(world.RunUntil("2026-12-04 12:00:00"),
               (Lines{"2026-11-27 13:00:00 2026-11-27", "2026-11-27 13:00:00 2026-11-27",
@@ -292,10 +271,7 @@ TEST_F(BackgroundLoopTest, AClockSetBackDuringRetriesWaitsForTheReleaseAgain) {
 
 TEST_F(BackgroundLoopTest, AClockAYearAheadIsForgottenOnceItIsCorrected) {
     World world("2026-11-25 09:00:00");
-    // The site's own clock is right.
-    world.isOut = [](WeekendAnchor anchor, util::EpochSeconds now) {
-        return anchor < At("2027-01-01 00:00:00") && now >= At(DateOf(anchor) + " 13:00:00");
-    };
+    world.noneFrom = "2027-01-01";  // the site's own clock is right
     world.Then("2026-11-28 09:00:00", [](World& w) { w.SetClock("2027-11-27 09:00:00"); });
     world.Then("2027-11-27 09:20:00", [](World& w) { w.SetClock("2026-11-28 09:20:00"); });
     EXPECT_EQ(world.RunUntil("2026-12-05 00:00:00"),

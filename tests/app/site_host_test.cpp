@@ -2,19 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
-
 #include "tests/support/environment.h"
+#include "tests/support/rows.h"
 
 namespace ostrova::app {
 namespace {
 
 TEST(SiteHost, IsASchemeAndAHostAndNothingElse) {
-    struct Case {
-        std::string text;
-        std::optional<std::string> host;
-    };
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [text, host] : testing::Rows<std::string, std::optional<std::string>>{
              {"http://www.vantra.example", "http://www.vantra.example"},
              {"https://host///", "https://host"},
              {"HTTP://Host", "http://Host"},
@@ -23,7 +18,7 @@ TEST(SiteHost, IsASchemeAndAHostAndNothingElse) {
              {"http://" + std::string(29, 'h'), "http://" + std::string(29, 'h')},
              {"http://" + std::string(30, 'h'), std::nullopt},
          }) {
-        EXPECT_EQ(CheckHost(c.text, LongestSiteHost), c.host) << c.text;
+        EXPECT_EQ(CheckHost(text, LongestSiteHost), host) << text;
     }
     for (const char* text :
          {"", "http://", "http:///", "host", "file:///etc/passwd", "ftp://host", " http://host",

@@ -20,6 +20,7 @@
 #include "platform/window_lock.h"
 #include "tests/support/child_process.h"
 #include "tests/support/environment.h"
+#include "tests/support/rows.h"
 #include "tests/support/temp_folder.h"
 #include "util/text.h"
 
@@ -29,6 +30,7 @@ namespace {
 using testing::ChildProcess;
 using testing::EnvironmentVariable;
 using testing::FileBytes;
+using testing::Rows;
 using testing::TempFolder;
 
 TEST(SystemClock, WakesAtTheMomentAndNotBefore) {
@@ -80,51 +82,43 @@ TEST(SystemClock, WaitsWithoutTheSystemsHelpToo) {
 }
 
 TEST(StallWatch, CountsTheLastSpanOnly) {
-    struct Case {
-        const char* what;
-        std::vector<std::int64_t> bytesEachSecond;
-        std::int64_t stallsAfterSeconds;  // -1: never
-    };
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [what, bytesEachSecond, stallsAfterSeconds] :
+         Rows<const char*, std::vector<std::int64_t>, std::int64_t>{
              {"silent", std::vector<std::int64_t>(60, 0), 20},
              {"a burst, then nothing", {90'000}, 21},
              {"a drip below the limit", std::vector<std::int64_t>(60, 9), 20},
              {"a drip above the limit", std::vector<std::int64_t>(60, 10), -1},
              {"fast in time", {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 300}, 40},
          }) {
-        SCOPED_TRACE(c.what);
+        SCOPED_TRACE(what);
         StallWatch watch(20'000, 200);
         std::int64_t bytes = 0;
         std::int64_t stalledAt = -1;
         for (std::size_t second = 0; second < 60 && stalledAt < 0; ++second) {
             const auto now = static_cast<std::int64_t>(second);
             if (watch.IsStalled(now * 1000, bytes)) stalledAt = now;
-            if (second < c.bytesEachSecond.size()) bytes += c.bytesEachSecond[second];
+            if (second < bytesEachSecond.size()) bytes += bytesEachSecond[second];
         }
-        EXPECT_EQ(stalledAt, c.stallsAfterSeconds);
+        EXPECT_EQ(stalledAt, stallsAfterSeconds);
     }
 }
 
 TEST(UserFolders, FollowTheEnvironmentWhereItIsAbsolute) {
     const TempFolder home;
     const EnvironmentVariable homeVariable("HOME", home.Path() + "//");
-    struct Case {
-        std::optional<std::string> value;
-        std::string data;
-        std::string configuration;
-    };
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [value, dataPath, configurationPath] :
+         Rows<std::optional<std::string>, std::string, std::string>{
              {std::nullopt, home.Path(".local/share"), home.Path(".config")},
              {"", home.Path(".local/share"), home.Path(".config")},
              {"relative", home.Path(".local/share"), home.Path(".config")},
              {home.Path("xdg/"), home.Path("xdg"), home.Path("xdg")},
          }) {
-        SCOPED_TRACE(c.value.value_or("(unset)"));
-        const EnvironmentVariable data("XDG_DATA_HOME", c.value);
-        const EnvironmentVariable configuration("XDG_CONFIG_HOME", c.value);
-        EXPECT_EQ(ApplicationDataFolder(), c.data);
-        EXPECT_EQ(ConfigurationFolder(), c.configuration);
-        EXPECT_TRUE(std::filesystem::is_directory(c.data));
+        SCOPED_TRACE(value.value_or("(unset)"));
+        const EnvironmentVariable data("XDG_DATA_HOME", value);
+        const EnvironmentVariable configuration("XDG_CONFIG_HOME", value);
+        EXPECT_EQ(ApplicationDataFolder(), dataPath);
+        EXPECT_EQ(ConfigurationFolder(), configurationPath);
+        EXPECT_TRUE(std::filesystem::is_directory(dataPath));
     }
     home.Write("file", "");
     const EnvironmentVariable data("XDG_DATA_HOME", home.Path("file/below"));

@@ -12,6 +12,7 @@
 
 #include "platform/process.h"
 #include "tests/support/child_process.h"
+#include "tests/support/rows.h"
 #include "tests/support/temp_folder.h"
 #include "util/files.h"
 
@@ -20,6 +21,7 @@ namespace {
 
 using testing::ChildProcess;
 using testing::FileBytes;
+using testing::Rows;
 using testing::TempFolder;
 
 TEST(WholeFile, ReplacesTheBytesAndKeepsTheMode) {
@@ -51,22 +53,18 @@ TEST(WholeFile, RefusesWhatIsNoRegularFileAndSaysWhy) {
     folder.Write("file", "kept");
     std::filesystem::create_directory(folder.Path("sub"));
     ::mkfifo(folder.Path("pipe").c_str(), 0600);
-    struct Case {
-        const char* name;
-        const char* detail;
-    };
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [name, detail] : Rows<const char*, const char*>{
              {"sub", "Is a directory"},
              {"pipe", "Not a regular file"},
              {"file/below", "Not a directory"},
              {"missing/below", "No such file or directory"},
          }) {
-        SCOPED_TRACE(c.name);
-        const WriteResult result = WriteWholeFile(folder.Path(c.name), "x");
+        SCOPED_TRACE(name);
+        const WriteResult result = WriteWholeFile(folder.Path(name), "x");
         EXPECT_FALSE(result.ok);
-        EXPECT_EQ(result.detail, c.detail);
+        EXPECT_EQ(result.detail, detail);
         WriteBatch batch;
-        EXPECT_FALSE(batch.Add(folder.Path(c.name), "x").ok);
+        EXPECT_FALSE(batch.Add(folder.Path(name), "x").ok);
         EXPECT_EQ(batch.Size(), 0u);
     }
     EXPECT_FALSE(WriteWholeFile("/dev/full", "x").ok);
