@@ -4,14 +4,15 @@
 
 #include "tests/playlists/transfer_fixture.h"
 #include "tests/support/memory_store.h"
+#include "tests/support/rows.h"
 
 namespace ostrova::playlists {
 namespace {
 
 using testing::EnvironmentVariable;
 using testing::FileBytes;
+using testing::Rows;
 using State = TransferJob::State;
-using Strings = std::vector<std::string>;
 
 class TransferJobTest : public TransferTest {
 protected:
@@ -63,28 +64,22 @@ TEST_F(TransferJobTest, RunsOnceAndIsCollected) {
 }
 
 TEST_F(TransferJobTest, ASecondAskerWhoWantsToKnowIsToldOnce) {
-    struct Case {
-        ReportErrors first;
-        ReportErrors second;
-        bool accepted;
-        Strings said;
-    };
-    const Strings error{"Error: Checking failed.\n\nCouldn't find file on server (status 404)."};
+    const Strings error{"Couldn't find file on server (status 404)."};
     using enum ReportErrors;
-    for (const Case& c : std::initializer_list<Case>{{No, Yes, true, error},
-                                                     {Yes, Yes, false, error},
-                                                     {Yes, No, false, error},
-                                                     {No, No, false, {}}}) {
-        recorder_.Forget();
+    for (const auto& [first, second, accepted, said] :
+         Rows<ReportErrors, ReportErrors, bool, Strings>{{No, Yes, true, error},
+                                                         {Yes, Yes, false, error},
+                                                         {Yes, No, false, error},
+                                                         {No, No, false, {}}}) {
         answers_ = false;
         TransferJob job(tools_);
-        EXPECT_TRUE(Start(job, server_.Address() + "/lost", c.first));
-        EXPECT_EQ(Start(job, "", c.second), c.accepted);
-        EXPECT_FALSE(c.accepted && Start(job, "", c.second));
+        EXPECT_TRUE(Start(job, server_.Address() + "/lost", first));
+        EXPECT_EQ(Start(job, "", second), accepted);
+        EXPECT_FALSE(accepted && Start(job, "", second));
         answers_ = true;
         CollectAtLast(job);
         EXPECT_FALSE(job.Result());
-        EXPECT_EQ(recorder_.Said(), c.said);
+        EXPECT_EQ(TakeDetails(), said);
     }
     EXPECT_EQ(server_.Requests(), (Strings{"/lost", "/lost", "/lost", "/lost"}));
 }
