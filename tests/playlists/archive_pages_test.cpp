@@ -1,11 +1,13 @@
 #include "playlists/archive_pages.h"
 
 #include "tests/support/environment.h"
+#include "tests/support/rows.h"
 #include "tests/support/temp_folder.h"
 
 namespace ostrova::playlists {
 namespace {
 
+using testing::Rows;
 using testing::TempFolder;
 using testing::TimeZone;
 
@@ -16,29 +18,25 @@ std::vector<std::string> NamesOf(const std::vector<ArchivePage>& pages) {
 }
 
 TEST(ArchivePages, KnowsOnlyTheNamesThatTheCalendarGives) {
-    const struct {
-        const char* name;
-        std::optional<ShowSlot> slot;
-    } cases[] = {
-        {"20060303.htm", ShowSlot::ShowFriday},
-        {"20060304am.htm", ShowSlot::ShowSaturdayMorning},
-        {"20060304.htm", ShowSlot::ShowSaturdayNight},
-        {"20060303am.htm", {}},  // no show on a Friday morning
-        {"20060305.htm", {}},    // a Sunday
-        {"20060230.htm", {}},    // no date
-        {"19970103.htm", {}},    // a Friday before all playlists
-        {"20060304am.htm.x7Ab", {}},
-        {"20060304AM.htm", {}},
-        {"lists2006.htm", {}},
-        {"2006.htm", {}},
-        {"", {}},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        const auto page = ArchivePageOf(c.name);
-        ASSERT_EQ(page.has_value(), c.slot.has_value());
+    for (const auto& [name, slot] : Rows<const char*, std::optional<ShowSlot>>{
+             {"20060303.htm", ShowSlot::ShowFriday},
+             {"20060304am.htm", ShowSlot::ShowSaturdayMorning},
+             {"20060304.htm", ShowSlot::ShowSaturdayNight},
+             {"20060303am.htm", {}},  // no show on a Friday morning
+             {"20060305.htm", {}},    // a Sunday
+             {"20060230.htm", {}},    // no date
+             {"19970103.htm", {}},    // a Friday before all playlists
+             {"20060304am.htm.x7Ab", {}},
+             {"20060304AM.htm", {}},
+             {"lists2006.htm", {}},
+             {"2006.htm", {}},
+             {"", {}},
+         }) {
+        SCOPED_TRACE(name);
+        const auto page = ArchivePageOf(name);
+        ASSERT_EQ(page.has_value(), slot.has_value());
         if (page) {
-            EXPECT_EQ(page->slot, *c.slot);
+            EXPECT_EQ(page->slot, *slot);
         }
     }
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/environment.h"
+#include "tests/support/rows.h"
 
 namespace ostrova::playlists {
 namespace {
@@ -42,11 +43,7 @@ GuestInfo OnBothNights(std::string text) {
 }
 
 TEST(GuestLink, IsTakenWithItsPagesFolder) {
-    struct LinkCase {
-        std::string_view line;
-        std::optional<std::string> link;
-    };
-    for (const LinkCase& c : std::initializer_list<LinkCase>{
+    for (const auto& [line, link] : testing::Rows<std::string_view, std::optional<std::string>>{
              {"<a href=\"guest1.htm\">x", "http://host/a/guest1.htm"},
              {"<A HREF = \"HTTP://x/\">", "HTTP://x/"},
              {"<a href=\"https://x/\">", "http://host/a/https://x/"},  // only "http:" stands alone
@@ -57,7 +54,7 @@ TEST(GuestLink, IsTakenWithItsPagesFolder) {
              {"<a href=x", std::nullopt},
              {"<a class=\"x\" href=\"y\">", std::nullopt},
              {"x", std::nullopt}}) {
-        EXPECT_EQ(ExtractLink(c.line, 0, "http://host/a/b.htm"), c.link) << c.line;
+        EXPECT_EQ(ExtractLink(line, 0, "http://host/a/b.htm"), link) << line;
     }
     EXPECT_EQ(ExtractLink("x<a href=\"y\">", 1, "http:page"), "http:y");
     EXPECT_EQ(ExtractLink("<a href=\"y\">", 0, "page"), "y");

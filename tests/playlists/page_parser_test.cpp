@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/recorder.h"
+#include "tests/support/rows.h"
 #include "tests/support/temp_folder.h"
 
 namespace ostrova::playlists {
@@ -74,25 +75,12 @@ TEST(TableLayout, AnHyphenAloneSeparatesOnTwoDays) {
         EXPECT_EQ(Read("<td>Song - -", date), Lines{});
     }
     EXPECT_EQ(Read("<td>Song-Artist", 19990732), Lines{});
-    struct SeparatorCase {
-        std::string_view text;
-        std::size_t position;
-        int date;
-        int length;
-    };
-    for (const SeparatorCase& c : std::initializer_list<SeparatorCase>{{"a - b", 1, 0, 2},
-                                                                       {"a\t-\nb", 1, 0, 2},
-                                                                       {"a\t- b", 1, 0, 2},
-                                                                       {"a\tb", 1, 0, 1},
-                                                                       {"a -", 1, 0, 0},
-                                                                       {"a -b", 1, 0, 0},
-                                                                       {"a-b", 1, 0, 0},
-                                                                       {"a-b", 1, 19990731, 1},
-                                                                       {"a - b", 2, 0, 0},
-                                                                       {"\xA0-\xA0", 0, 0, 0},
-                                                                       {"a", 1, 0, 0},
-                                                                       {"", 9, 19990731, 0}}) {
-        EXPECT_EQ(SeparatorLength(c.text, c.position, c.date), c.length) << c.text;
+    const testing::Rows<std::string_view, std::size_t, int, int> cases = {
+        {"a - b", 1, 0, 2}, {"a\t-\nb", 1, 0, 2},   {"a\t- b", 1, 0, 2}, {"a\tb", 1, 0, 1},
+        {"a -", 1, 0, 0},   {"a -b", 1, 0, 0},      {"a-b", 1, 0, 0},    {"a-b", 1, 19990731, 1},
+        {"a - b", 2, 0, 0}, {"\xA0-\xA0", 0, 0, 0}, {"a", 1, 0, 0},      {"", 9, 19990731, 0}};
+    for (const auto& [text, position, date, length] : cases) {
+        EXPECT_EQ(SeparatorLength(text, position, date), length) << text;
     }
 }
 
