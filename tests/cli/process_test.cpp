@@ -78,14 +78,26 @@ protected:
     int Fetch(const char* to, const char* jobs = "2") {
         requests_ = 0;
         pid_ = 0;
-        const std::string null = "/dev/null";
-        pid_ = Start({"fetch", "--data-folder", folder_.Path(), "--site-host", server_.Address(),
-                      "--from", "2006-01-01", "--to", to, "--jobs", jobs},
-                     [&](posix_spawn_file_actions_t& actions) {
-                         posix_spawn_file_actions_addopen(&actions, 1, null.c_str(), O_WRONLY, 0);
-                         posix_spawn_file_actions_addopen(&actions, 2, null.c_str(), O_WRONLY, 0);
-                     });
+        pid_ =
+            Start({"fetch", "--data-folder", folder_.Path(), "--site-host", server_.Address(),
+                   "--from", "2006-01-01", "--to", to, "--jobs", jobs},
+                  [](posix_spawn_file_actions_t& actions) {
+                      for (const int out : {1, 2}) {
+                          posix_spawn_file_actions_addopen(&actions, out, "/dev/null", O_WRONLY, 0);
+                      }
+                  });
         return Finish(pid_);
+    }
+    /// How many whole pages the cache holds; every file of a page's name is whole.
+    std::size_t WholePages() {
+        std::size_t pages = 0;
+        for (const std::string& name : folder_.Names("Cache")) {
+            if (!name.starts_with("2006") || !name.ends_with(".htm")) continue;  // a leftover
+            ++pages;
+            EXPECT_EQ(FileBytes(folder_.Path("Cache/" + name)),
+                      PageOf("/vantra/playlist/archive/2006/" + name.substr(0, 8) + ".htm"));
+        }
+        return pages;
     }
 
     TempFolder folder_;
@@ -109,18 +121,17 @@ TEST_F(ProcessTest, OutputThatCantBeWrittenIsTroubleAndAClosedPipeIsNone) {
             prepare(actions);
         }));
     };
+    const std::string error = "ostrova-cli: Couldn't write to standard output: ";
     EXPECT_EQ(run([](posix_spawn_file_actions_t& actions) {
                   posix_spawn_file_actions_addopen(&actions, 1, "/dev/full", O_WRONLY, 0);
               }),
               2);
-    EXPECT_EQ(FileBytes(errors),
-              "ostrova-cli: Couldn't write to standard output: No space left on device\n");
+    EXPECT_EQ(FileBytes(errors), error + "No space left on device\n");
     EXPECT_EQ(run([](posix_spawn_file_actions_t& actions) {
                   posix_spawn_file_actions_addclose(&actions, 1);
               }),
               2);
-    EXPECT_EQ(FileBytes(errors),
-              "ostrova-cli: Couldn't write to standard output: Bad file descriptor\n");
+    EXPECT_EQ(FileBytes(errors), error + "Bad file descriptor\n");
     std::array<int, 2> ends{};
     ASSERT_EQ(::pipe2(ends.data(), O_CLOEXEC), 0);
     ::close(ends[0]);
@@ -135,10 +146,7 @@ TEST_F(ProcessTest, OutputThatCantBeWrittenIsTroubleAndAClosedPipeIsNone) {
 TEST_F(ProcessTest, ASignalInMidPageEndsItAndLeavesNothingPartial) {
     hangAt_ = 3;
     EXPECT_EQ(Fetch("2006-01-31"), 128 + SIGINT);
-    for (const std::string& name : folder_.Names("Cache")) {
-        EXPECT_EQ(FileBytes(folder_.Path("Cache/" + name)),
-                  PageOf("/vantra/playlist/archive/2006/" + name.substr(0, 8) + ".htm"));
-    }
+    EXPECT_LT(WholePages(), 3u);
 }
 
 TEST_F(ProcessTest, AJobAsksForEverythingOverOneConnection) {
@@ -156,13 +164,7 @@ TEST_F(ProcessTest, AKillAtAnyMomentLeavesOnlyWholePagesAndTheNextRunGoesOn) {
         killAt_ = round < 8 ? round + 1 : 24;
         killDelay_ = round < 8 ? 0 : round - 8;
         Fetch("2006-02-25");
-        had = 0;
-        for (const std::string& name : folder_.Names("Cache")) {
-            if (!name.starts_with("2006") || !name.ends_with(".htm")) continue;  // a leftover
-            ++had;
-            EXPECT_EQ(FileBytes(folder_.Path("Cache/" + name)),
-                      PageOf("/vantra/playlist/archive/2006/" + name.substr(0, 8) + ".htm"));
-        }
+        had = WholePages();
         if (had == 24) break;
     }
     killAt_ = 0;
