@@ -12,15 +12,12 @@ namespace {
 using Key = std::optional<std::string>;
 using Strings = std::vector<std::string>;
 
-TEST(KeysMatch, TitlesMatchWholeOrNotAtAll) {
+TEST(KeysMatch, TitlesMatchWholeAndAnAbsentSearchKeyFindsEverything) {
     EXPECT_TRUE(KeysMatch(Key("YESTERDAY"), Key("YESTERDAY"), Strictness::Strict));
     EXPECT_FALSE(KeysMatch(Key("YESTERDAY"), Key("YESTERDAYLIVE"), Strictness::Strict));
     EXPECT_FALSE(KeysMatch(Key("ROCK"), Key("ROCKnROLL"), Strictness::Strict));
-    EXPECT_FALSE(KeysMatch(Key("X"), Key(), Strictness::Strict));
-}
-
-TEST(KeysMatch, AnAbsentSearchKeyFindsEverything) {
     for (const Strictness strictness : {Strictness::Strict, Strictness::Lenient}) {
+        EXPECT_FALSE(KeysMatch(Key("X"), Key(), strictness));
         for (const Key& song : {Key(), Key(""), Key("X")}) {
             EXPECT_TRUE(KeysMatch(Key(), song, strictness));
             EXPECT_TRUE(KeysMatch(Key(" "), song, strictness));
@@ -50,7 +47,6 @@ TEST(KeysMatch, AnArtistMatchesTheArtistsOfACredit) {
             EXPECT_FALSE(KeysMatch(artist, credit, Strictness::Lenient)) << artist;
         }
     }
-    EXPECT_FALSE(KeysMatch(Key("X"), Key(), Strictness::Lenient));
 }
 
 TEST(SongMatchesSearchList, OneItemMustFindBothTitleAndArtist) {
@@ -88,21 +84,6 @@ Key RandomKey(std::mt19937_64& random) {
     return key;
 }
 
-/// The rule for credits, byte by byte as it is told.
-bool FindsInCredit(const std::string& search, const std::string& credit) {
-    std::size_t start = 0;
-    for (std::size_t at = 0; at < credit.size(); ++at) {
-        if (credit[at] < 'a' || credit[at] > 'z') continue;
-        if (at > start && at != credit.size() - 1) {
-            if (credit.compare(start, at - start, search) == 0) return true;
-            start = at + 1;
-            if (credit.compare(start, std::string::npos, search) == 0) return true;
-            ++at;
-        }
-    }
-    return false;
-}
-
 TEST(SearchIndex, FindsExactlyWhatAskingEveryItemFinds) {
     std::mt19937_64 random(28);
     for (int round = 0; round < 300; ++round) {
@@ -122,13 +103,6 @@ TEST(SearchIndex, FindsExactlyWhatAskingEveryItemFinds) {
             ASSERT_EQ(index.Matches(song), matches)
                 << song.title.value_or("-") << ", " << song.artist.value_or("-");
         }
-    }
-    for (int i = 0; i < 20'000; ++i) {
-        const std::string search = RandomKey(random).value_or("A");
-        const std::string credit = RandomKey(random).value_or("A");
-        if (search == " " || search == credit) continue;
-        ASSERT_EQ(KeysMatch(search, credit, Strictness::Lenient), FindsInCredit(search, credit))
-            << search << " in " << credit;
     }
 }
 
