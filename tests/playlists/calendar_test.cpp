@@ -27,8 +27,6 @@ TEST(Calendar, AWeekendIsCurrentFromFridayAfternoonToSundayNoon) {
         for (const auto& [now, anchor, over] :
              Rows<const char*, const char*, bool>{{"2006-03-03 12:59:59", "2006-02-24", true},
                                                   {"2006-03-03 13:00:00", "2006-03-03", false},
-                                                  {"2006-03-04 00:00:00", "2006-03-03", false},
-                                                  {"2006-03-04 23:59:59", "2006-03-03", false},
                                                   {"2006-03-05 11:59:59", "2006-03-03", false},
                                                   {"2006-03-05 12:00:00", "2006-03-03", true},
                                                   {"2006-03-09 23:59:59", "2006-03-03", true},
@@ -48,14 +46,14 @@ TEST(Calendar, AWeekendIsCurrentFromFridayAfternoonToSundayNoon) {
 TEST(Calendar, ShowsAreFiledAtFixedOffsetsInPlainSeconds) {
     const TimeZone zone("Europe/Berlin");
     const Weekend weekend = WeekendAt(At("2006-03-03 12:00:00"));
-    const char* const times[] = {"2006-03-03 12:00:00", "2006-03-04 06:00:00",
-                                 "2006-03-04 12:00:00"};
-    const char* const names[] = {"Friday night", "Saturday morning", "Saturday night"};
-    for (std::size_t i = 0; i < AllShows.size(); ++i) {
-        EXPECT_EQ(testing::TimeOf(weekend.ShowTime(AllShows[i])), times[i]);
-        EXPECT_EQ(ShowTimeOf(weekend.anchor, AllShows[i]), weekend.ShowTime(AllShows[i]));
-        EXPECT_EQ(DisplayName(AllShows[i]), names[i]);
-        EXPECT_EQ(IsMorningShow(weekend.ShowTime(AllShows[i])), i == 1);
+    for (const auto& [show, time, name] : Rows<ShowSlot, const char*, const char*>{
+             {ShowSlot::ShowFriday, "2006-03-03 12:00:00", "Friday night"},
+             {ShowSlot::ShowSaturdayMorning, "2006-03-04 06:00:00", "Saturday morning"},
+             {ShowSlot::ShowSaturdayNight, "2006-03-04 12:00:00", "Saturday night"}}) {
+        EXPECT_EQ(testing::TimeOf(weekend.ShowTime(show)), time);
+        EXPECT_EQ(ShowTimeOf(weekend.anchor, show), weekend.ShowTime(show));
+        EXPECT_EQ(DisplayName(show), name);
+        EXPECT_EQ(IsMorningShow(weekend.ShowTime(show)), show == ShowSlot::ShowSaturdayMorning);
     }
     // Summer time ended in the night to Sunday: an hour off, on the right days.
     EXPECT_EQ(testing::TimeOf(CurrentWeekend(At("2006-10-29 11:00:00")).weekend.anchor),
@@ -79,10 +77,9 @@ TEST(Calendar, FindsTheLastShowOfAYear) {
     for (const char* name : Zones) {
         const TimeZone zone(name);
         const Rows<int, int, const char*> cases = {
-            {1, 2006, "2006-07-07"},  // the newest weekend's own
-            {0, 2006, "2006-07-08"}, {1, 1999, "1999-12-31"}, {2, 1999, "1999-12-25"},
-            {3, 2005, "2005-12-31"}, {1, 2005, "2005-12-30"}, {0, 2004, "2004-12-25"},
-            {1, 1998, "1998-12-25"}};
+            {1, 2006, "2006-07-07"}, {0, 2006, "2006-07-08"}, {1, 1999, "1999-12-31"},
+            {2, 1999, "1999-12-25"}, {3, 2005, "2005-12-31"}, {1, 2005, "2005-12-30"},
+            {0, 2004, "2004-12-25"}, {1, 1998, "1998-12-25"}};
         for (const auto& [slot, year, date] : cases) {
             SCOPED_TRACE(std::string(name) + " " + date);
             const EpochSeconds last =

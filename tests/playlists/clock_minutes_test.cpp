@@ -10,22 +10,18 @@ namespace ostrova::playlists {
 namespace {
 
 TEST(Clock, ReadsATimeWhereOneBegins) {
-    for (const auto& [line, position, value, after] :
-         testing::Rows<std::string_view, std::size_t, ClockMinutes, std::size_t>{
-             {"12:00am", 0, 720, 7},  {"12:00pm", 0, 720, 7},
-             {"12:15am", 0, 735, 7},  {"1:05am", 0, 785, 6},
-             {"11:30pm", 0, 690, 7},  {"11:59am", 0, 1439, 7},
-             {"10:30AM", 0, 1350, 7}, {"x 7:5Pm.", 2, 425, 7},
-             {"7:99pm", 0, 519, 6},   // minutes are taken as they stand
-             {"24:10am", 0, 730, 7},  // 24 - 12 is the twelve o'clock hour
-             {"13:00am", 0, 780, 7},  {"99:99am", 0, 6039, 7},
-             {"0:10am", 0, 730, 6},   {"123:00pm", 0, -1, 0},
-             {"123:00pm", 1, -1, 1},  {"7:30", 0, -1, 0},
-             {"7:30 pm", 0, -1, 0},   {"7:123pm", 0, -1, 0},
-             {"7:pm", 0, -1, 0},      {":30pm", 0, -1, 0},
-             {"1:2:30pm", 2, -1, 2},  {"11:30pm", 1, -1, 1},
-             {"7:30p", 0, -1, 0},     {"7:30pm", 6, -1, 6},
-             {"7:30pm", 99, -1, 99},  {"", 0, -1, 0}}) {
+    // Minutes are taken as they stand, and 24 - 12 is the twelve o'clock hour.
+    const testing::Rows<std::string_view, std::size_t, ClockMinutes, std::size_t> cases = {
+        {"12:00am", 0, 720, 7},  {"12:00pm", 0, 720, 7},  {"12:15am", 0, 735, 7},
+        {"1:05am", 0, 785, 6},   {"11:30pm", 0, 690, 7},  {"11:59am", 0, 1439, 7},
+        {"10:30AM", 0, 1350, 7}, {"x 7:5Pm.", 2, 425, 7}, {"7:99pm", 0, 519, 6},
+        {"24:10am", 0, 730, 7},  {"13:00am", 0, 780, 7},  {"99:99am", 0, 6039, 7},
+        {"0:10am", 0, 730, 6},   {"123:00pm", 0, -1, 0},  {"123:00pm", 1, -1, 1},
+        {"7:30", 0, -1, 0},      {"7:30 pm", 0, -1, 0},   {"7:123pm", 0, -1, 0},
+        {"7:pm", 0, -1, 0},      {":30pm", 0, -1, 0},     {"1:2:30pm", 2, -1, 2},
+        {"11:30pm", 1, -1, 1},   {"7:30p", 0, -1, 0},     {"7:30pm", 6, -1, 6},
+        {"7:30pm", 99, -1, 99},  {"", 0, -1, 0}};
+    for (const auto& [line, position, value, after] : cases) {
         SCOPED_TRACE(line);
         std::size_t end = 1234;
         EXPECT_EQ(ParseClockAt(line, position, &end), value);

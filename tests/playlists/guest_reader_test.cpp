@@ -30,16 +30,16 @@ void ExpectGuests(Reader reader, std::string_view address, std::initializer_list
     }
 }
 
-GuestInfo Guest(std::string text) {
-    return {std::move(text), std::nullopt, false};
+GuestInfo Guest(std::string text, bool bothNights = false) {
+    return {std::move(text), std::nullopt, bothNights};
+}
+
+GuestInfo OnBothNights(std::string text) {
+    return Guest(std::move(text), true);
 }
 
 GuestInfo Linked(std::string text, std::string link) {
     return {std::move(text) + " (click for more info)", std::move(link), false};
-}
-
-GuestInfo OnBothNights(std::string text) {
-    return {std::move(text), std::nullopt, true};
 }
 
 TEST(GuestLink, IsTakenWithItsPagesFolder) {
