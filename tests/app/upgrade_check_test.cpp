@@ -20,11 +20,9 @@ using Lines = std::vector<std::string>;
 
 constexpr const char* VersionPath = "/Ostrova/LatestVersion.txt";
 constexpr const char* LatestText = "Information: You already have the latest version.";
-constexpr const char* FailedText = "Error: Checking for latest version failed.";
-constexpr const char* NotFoundText =
-    "Error: Checking for latest version failed.\n\nCouldn't find file on server (status 404).";
-constexpr const char* TryAgainText =
-    "Error: Checking for latest version failed.\nPlease try again.";
+const std::string FailedText = "Error: Checking for latest version failed.";
+const std::string NotFoundText = FailedText + "\n\nCouldn't find file on server (status 404).";
+const std::string TryAgainText = FailedText + "\nPlease try again.";
 constexpr const char* BusyText = "Error: The program is already busy looking for updates.";
 
 class UpgradeCheckTest : public ::testing::Test {

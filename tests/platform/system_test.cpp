@@ -30,6 +30,8 @@ namespace {
 using testing::ChildProcess;
 using testing::EnvironmentVariable;
 using testing::FileBytes;
+using ::testing::HasSubstr;
+using ::testing::Not;
 using testing::Rows;
 using testing::TempFolder;
 
@@ -178,10 +180,9 @@ TEST(Process, AStartedCopyInheritsNothing) {
     ::close(leak);
     const std::string report = AwaitFile(out);
     EXPECT_THAT(report, ::testing::StartsWith("0 arguments\n0 1 2 3 "));  // 3 is ls's own
-    EXPECT_THAT(report, ::testing::HasSubstr("SigBlk:\t0000000000000000\n"));
-    EXPECT_THAT(report, ::testing::HasSubstr("SigIgn:\t0000000000000000\n"));
-    EXPECT_THAT(report, ::testing::Not(
-                            ::testing::HasSubstr("session " + std::to_string(::getsid(0)) + "\n")));
+    EXPECT_THAT(report, HasSubstr("SigBlk:\t0000000000000000\n"));
+    EXPECT_THAT(report, HasSubstr("SigIgn:\t0000000000000000\n"));
+    EXPECT_THAT(report, Not(HasSubstr("session " + std::to_string(::getsid(0)) + "\n")));
     EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "a zombie is left";
     StartDetached(folder.Path("missing"));
 }
@@ -242,16 +243,14 @@ TEST(WindowLock, IsHeldByOneWindowAtATime) {
     const std::int32_t number = first.lock->Number();
     EXPECT_GT(number, 0);
     EXPECT_TRUE(IsWindow(folder.Path(), number));
-    EXPECT_FALSE(IsWindow(folder.Path(), number == 1 ? 2 : number - 1));
-    EXPECT_FALSE(IsWindow(folder.Path(), 0));
-    EXPECT_FALSE(IsWindow(folder.Path(), -number));
+    for (const std::int32_t other : {number + 1, 0, -number}) {
+        EXPECT_FALSE(IsWindow(folder.Path(), other));
+    }
     EXPECT_EQ(TakeWindowLock(folder.Path()).status, LockStatus::HeldByAnother);
     EXPECT_TRUE(IsWindow(folder.Path(), number));  // the second asker took nothing away
     first.lock.reset();
     EXPECT_FALSE(IsWindow(folder.Path(), number));
-    LockResult next = TakeWindowLock(folder.Path());
-    ASSERT_EQ(next.status, LockStatus::Taken);
-    EXPECT_NE(next.lock->Number(), number);
+    EXPECT_NE(TakeWindowLock(folder.Path()).lock->Number(), number);
 }
 
 TEST(WindowLock, IsFreedWhenItsHolderIsKilled) {

@@ -1,12 +1,10 @@
 #include "playlists/transfer.h"
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <filesystem>
 
 #include "platform/clock.h"
-#include "platform/process.h"
 #include "platform/whole_file.h"
 #include "tests/playlists/transfer_fixture.h"
 #include "tests/support/child_process.h"
@@ -89,13 +87,9 @@ TEST_F(TransferTest, SaysWhatCannotBeWrittenAndLeavesItAlone) {
 TEST_F(TransferTest, AFullDiskLeavesYesterdaysPage) {
     const demo::HttpServer server(Always(std::string(9000, 'x')));
     folder_.Write("page", "of yesterday");
-    ChildProcess child([&] {
-        platform::IgnoreFatalWriteSignals();
-        const rlimit limit{4096, 4096};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-        ::_exit(Get(server.Address()).status == TransferStatus::CannotWrite ? 0 : 1);
-    });
-    EXPECT_EQ(child.Wait(), 0);
+    EXPECT_TRUE(testing::HoldsWithin(RLIMIT_FSIZE, 4096, [&] {
+        return Get(server.Address()).status == TransferStatus::CannotWrite;
+    }));
     EXPECT_EQ(FileBytes(Page()), "of yesterday");
     EXPECT_EQ(folder_.Names(), std::set<std::string>{"page"});
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -45,6 +46,18 @@ public:
 private:
     pid_t id_;
 };
+
+/// Whether `body` returns true in a process that may use no more than `limit` of a resource.
+inline bool HoldsWithin(__rlimit_resource resource, rlim_t limit,
+                        const std::function<bool()>& body) {
+    ChildProcess child([&] {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limits{limit, limit};
+        ::setrlimit(resource, &limits);
+        ::_exit(body() ? 0 : 1);
+    });
+    return child.Wait() == 0;
+}
 
 /// Makes `path`, which may be a new file, the standard output (1) or error (2) of this process.
 inline void SendStream(int stream, const std::string& path) {
