@@ -4,17 +4,18 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "demo/archive.h"
 #include "demo/guest_page.h"
+#include "demo/http_server.h"
 #include "demo/page_text.h"
 #include "demo/programme_dates.h"
 #include "demo/show_page.h"
+#include "platform/http.h"
+#include "tests/support/environment.h"
 #include "tests/support/moments.h"
 #include "tests/support/rows.h"
 #include "tests/support/temp_folder.h"
@@ -101,40 +102,27 @@ TEST(DemoSite, KeepsTheGuestOfTheWeekendForItsOwnPage) {
 }
 
 TEST(DemoSite, NamesTheVersionAndLosesThePagesThatItIsTold) {
-    SiteOptions options;
-    options.latestVersion = "1.10";
-    options.missing = {"/vantra/guest/default.htm"};
+    const SiteOptions options{.latestVersion = "1.10", .missing = {"/vantra/guest/default.htm"}};
     EXPECT_TRUE(Get("/Ostrova/LatestVersion.txt", Friday2026(), options)->starts_with("1.10\n"));
     EXPECT_FALSE(Get("/vantra/guest/default.htm", Friday2026(), options));
 }
 
-// What a handler sends is kept in memory.
-class RecordedConnection final : public Connection {
-public:
-    bool Send(std::string_view bytes) override {
-        sent += bytes;
-        return true;
-    }
-    bool Wait(int /*milliseconds*/) override { return true; }
-    void Reset() override {}
-
-    std::string sent;
-};
-
-std::string Answer(const Handler& handler, const std::string& target) {
-    RecordedConnection connection;
-    handler({"GET", target, "\r\nUser-Agent: x\r\nhost: 127.0.0.1:99 \r\n", ""}, connection);
-    return connection.sent;
-}
-
 TEST(DemoSite, AnswersWithLinksToWhereItWasFound) {
-    SiteOptions options;
-    options.now = Friday2026;
-    const Handler handler = SiteHandler(options);
-    const std::string index = Answer(handler, "/vantra/playlist/?year=2026");
-    EXPECT_TRUE(index.starts_with("HTTP/1.1 200 ")) << index.substr(0, 20);
-    EXPECT_THAT(index, HasSubstr("\"http://127.0.0.1:99/vantra/playlist/archive/2026/20260306"));
-    EXPECT_TRUE(Answer(handler, "/nowhere").starts_with("HTTP/1.1 404 "));
+    const testing::EnvironmentVariable noProxy("http_proxy", std::nullopt);
+    const HttpServer server(SiteHandler({.now = Friday2026}));
+    const auto client = platform::MakeHttpClient();
+    std::string body;
+    const auto statusOf = [&](const std::string& target) {
+        const platform::HttpEvents events{.onBody = [&](std::string_view bytes) {
+            body += bytes;
+            return true;
+        }};
+        return client->Perform({.url = server.Address() + target}, events).status;
+    };
+    EXPECT_EQ(statusOf("/nowhere"), 404);
+    EXPECT_EQ(statusOf("/vantra/playlist/?year=2026"), 200);
+    EXPECT_THAT(body,
+                HasSubstr("\"" + server.Address() + "/vantra/playlist/archive/2026/20260306"));
 }
 
 TEST(DemoSite, ArchivesWhatItServes) {
