@@ -29,18 +29,17 @@ TEST(SiteHost, IsASchemeAndAHostAndNothingElse) {
     }
 }
 
-TEST(SiteHost, TheEnvironmentReplacesWhatIsBuiltIn) {
+TEST(SiteHost, TheEnvironmentReplacesWhatIsBuiltInOrIsComplainedOf) {
     const testing::EnvironmentVariable site("OSTROVA_SITE_HOST", "http://localhost:81/");
     const testing::EnvironmentVariable maker("OSTROVA_MAKER_HOST", "");  // as if absent
     const HostsResult found = ReadHosts();
     ASSERT_TRUE(found.hosts) << found.complaint;
     EXPECT_EQ(found.hosts->site, "http://localhost:81");
     EXPECT_EQ(found.hosts->maker, "http://www.kelvane.example");
-}
 
-TEST(SiteHost, AComplaintNamesTheVariableAndSteersNoTerminal) {
-    const testing::EnvironmentVariable site("OSTROVA_SITE_HOST",
-                                            "\x1B[2J" + std::string(5000, 'x'));
+    // A complaint names the variable and steers no terminal.
+    const testing::EnvironmentVariable wrong("OSTROVA_SITE_HOST",
+                                             "\x1B[2J" + std::string(5000, 'x'));
     EXPECT_EQ(ReadHosts().complaint,
               "OSTROVA_SITE_HOST must be http://host or https://host of at most 36 characters, "
               "not '[2J" +

@@ -84,7 +84,10 @@ TEST_F(UpgradeCheckTest, TellsOfANewVersionOnceUnlessAsked) {
     EXPECT_TRUE(folder_.Names("ostrova").empty());  // nothing is left lying about
 }
 
-TEST_F(UpgradeCheckTest, AVersionThatIsNotNewerIsSilentUnlessAsked) {
+TEST_F(UpgradeCheckTest, NothingNewAndAFailedTransferAreSilentUnlessAsked) {
+    EXPECT_EQ(Check(CheckKind::Automatic), Lines{});
+    EXPECT_EQ(Check(CheckKind::Manual), (Lines{NotFoundText, FailedText}));
+    EXPECT_EQ(settings_, Settings{});
     for (const char* version : {"1.9", "1.8"}) {
         Answer(version);
         EXPECT_EQ(Check(CheckKind::Automatic), Lines{});
@@ -108,12 +111,6 @@ TEST_F(UpgradeCheckTest, AnAnswerThatIsNoVersionFileIsAskedForThreeTimes) {
     };
     EXPECT_EQ(Check(CheckKind::Manual), Lines{LatestText});
     EXPECT_EQ(site_.Asked().size(), 2U);
-}
-
-TEST_F(UpgradeCheckTest, AFailedTransferIsSilentUnlessAsked) {
-    EXPECT_EQ(Check(CheckKind::Automatic), Lines{});
-    EXPECT_EQ(Check(CheckKind::Manual), (Lines{NotFoundText, FailedText}));
-    EXPECT_EQ(settings_, Settings{});
 }
 
 TEST_F(UpgradeCheckTest, AManualRequestAdoptsTheAutomaticOneAndASecondIsRefused) {
@@ -174,14 +171,11 @@ TEST(VersionFile, IsALineOfVersionAndNotesAsTheyStand) {
     EXPECT_EQ(longLine.notes, std::string(21, '0').append("\n"));
 }
 
-TEST(UpgradeHeadline, IsForWhatIsNewer) {
+TEST(UpgradeMessage, HasAHeadlineAndTakesTheServersTextForItsFormat) {
     EXPECT_EQ(UpgradeHeadline("2.0"),
               "<font color=red size=+2><b>A major new release of Ostrova is now available!</b>"
               "</font>\n");
     EXPECT_EQ(UpgradeHeadline("1.8"), std::nullopt);
-}
-
-TEST(UpgradeMessage, TakesTheServersTextForItsFormat) {
     const std::string head = "This is a free upgrade.\n\n<b>Current version:</b> 1.9\n";
     const std::string foot =
         "\">Click here to upgrade now.</a></b></font>\n\n<font color=red><b>NOTE:</b></font> You "

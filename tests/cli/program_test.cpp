@@ -75,13 +75,6 @@ TEST_F(ProgramTest, RefusesWhatItDoesNotUnderstand) {
     EXPECT_EQ(site_.Asked(), Words{});
 }
 
-TEST_F(ProgramTest, TakesCommonOptionsBeforeAndBehindTheCall) {
-    const auto page = folder_.Write("20060303.htm", Friday);
-    const std::string first = Out({"--json", "parse", page});
-    EXPECT_NE(first, "");
-    EXPECT_EQ(Out({"parse", page, "--json"}), first);
-}
-
 TEST_F(ProgramTest, PrintsKeysOfArgumentsOrLines) {
     EXPECT_EQ(Run({"key", "Rock & Roll", "", "key", "{}", "--", "-5"}),
               (CliResult{Found, "ROCKnROLL\n\nKEY\n{}\n5\n"}));
@@ -110,6 +103,8 @@ TEST_F(ProgramTest, ParsesPagesIntoTheFieldsOfTheContract) {
                     "'title':'Caf\\u00e9 &amp; Bar','artist':'Nobody','comment':null,"
                     "'titleKey':'CAFEnAMPBAR','artistKey':'NOBODY'}\n")};
     EXPECT_EQ(Run({"parse", "--json", empty, page}), songs);
+    EXPECT_EQ(Run({"--json", "parse", page}), songs);  // common options stand anywhere
+    EXPECT_EQ(Run({"parse", page, "--json"}), songs);
     EXPECT_EQ(Out({"parse", page}),
               "  11:05pm  Yesterday       The Beatles  live\n"
               " ~11:09pm  Caf\xC3\xA9 &amp; Bar  Nobody\n");

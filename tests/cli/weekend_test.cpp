@@ -87,6 +87,10 @@ TEST_F(WeekendTest, FallsBackOneWeekAndSaysWhenNothingCanBeHad) {
             "ostrova-cli: Friday night, 24 February 2006: " +
                 none + "ostrova-cli: Saturday morning, 25 February 2006: " + none +
                 "ostrova-cli: Saturday night, 25 February 2006: " + none}));
+    // Of a weekend to come nothing is fetched: the current pages would be kept under its names.
+    site_.Forget();
+    ExpectTrouble({"results", "2031-01-01"}, "The weekend of 27 December 2030 has not begun");
+    EXPECT_EQ(site_.Asked(), Asked{});
     clock_.SetWallClock(1142600400);  // a week later: neither is there
     ExpectTrouble({"results"}, "Failed to download Vantra playlists.\n\nMake sure");
 }
@@ -115,12 +119,6 @@ TEST_F(WeekendTest, TellsWhichShowsAreMissingFromTheResults) {
     folder_.Write("other/Cache", "");  // nothing can be kept here
     ExpectTrouble({"results", "2006-03-03", "--data-folder", folder_.Path("other")},
                   "the page could not be written: Not a directory.");
-}
-
-TEST_F(WeekendTest, FetchesNothingForAWeekendToCome) {
-    // The pages of the current shows would be kept under the names of that weekend.
-    ExpectTrouble({"results", "2031-01-01"}, "The weekend of 27 December 2030 has not begun");
-    EXPECT_EQ(site_.Asked(), Asked{});
 }
 
 TEST_F(WeekendTest, ReadsTheGuestFromSiteOrFile) {

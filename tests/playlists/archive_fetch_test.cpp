@@ -143,18 +143,15 @@ TEST_F(ArchiveFetch, ComesBackWhenAskedToAndNotForLong) {
     EXPECT_EQ(site_.Asked().size(), 1u);
 }
 
-TEST_F(ArchiveFetch, KeepsWhatItHasWhenCancelled) {
+TEST_F(ArchiveFetch, EndsWhenCancelledAndWhenAPageCantBeWritten) {
     site_.PutArchived("20060303", Song);
     site_.PutArchived("20060304", {.error = platform::HttpError::Cancelled});
-    const ArchiveFetchResult result = Fetch({20060303, 20060401});
-    EXPECT_EQ(result.end, ArchiveEnd::Cancelled);
+    EXPECT_EQ(Fetch({20060303, 20060401}).end, ArchiveEnd::Cancelled);
     EXPECT_EQ(listener_.fates, (Fates{{"20060303.htm", ArchiveStatus::Fetched}}));
-    EXPECT_EQ(Cached(), std::set<std::string>{"20060303.htm"});
-}
+    EXPECT_EQ(Cached(), std::set<std::string>{"20060303.htm"});  // it keeps what it has
 
-TEST_F(ArchiveFetch, EndsWhenAPageCantBeWritten) {
+    std::filesystem::remove_all(folder_.Path("Cache"));
     folder_.Write("Cache", "a file where the folder should be");
-    site_.PutArchived("20060303", Song);
     const ArchiveFetchResult result = Fetch({20060303, 20060401});
     EXPECT_EQ(result.end, ArchiveEnd::CannotWrite);
     EXPECT_NE(result.detail, "");

@@ -52,13 +52,10 @@ TEST_F(DownloadRunTest, OneShowIsEnoughAndIsNeverFetchedAgain) {
     EXPECT_EQ(Titles(), (Strings{"", "", ""}));
 }
 
-TEST_F(DownloadRunTest, APageWithoutSongsCountsButIsNotKept) {
+TEST_F(DownloadRunTest, APageWithoutSongsCountsButOnlyOneThatCannotBeReadIsKept) {
     site_.PutArchived("20050304", "<html>Sorry</html>");
     EXPECT_TRUE(RunWeekend("2005-03-04").had);
     EXPECT_EQ(Cached(), std::set<std::string>());
-}
-
-TEST_F(DownloadRunTest, APageThatCannotBeReadStaysAndIsTold) {
     folder_.Write("Cache/20050304.htm/inside", "");  // a folder of the page's name
     EXPECT_TRUE(RunWeekend("2005-03-04").had);
     EXPECT_EQ(Cached(), std::set<std::string>{"20050304.htm"});
