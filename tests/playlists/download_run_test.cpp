@@ -56,7 +56,7 @@ TEST_F(DownloadRunTest, APageWithoutSongsCountsButOnlyOneThatCannotBeReadIsKept)
     site_.PutArchived("20050304", "<html>Sorry</html>");
     EXPECT_TRUE(RunWeekend("2005-03-04").had);
     EXPECT_EQ(Cached(), std::set<std::string>());
-    folder_.Write("Cache/20050304.htm/inside", "");  // a folder of the page's name
+    std::filesystem::create_directory(folder_.Path("Cache/20050304.htm"));  // no page, but its name
     EXPECT_TRUE(RunWeekend("2005-03-04").had);
     EXPECT_EQ(Cached(), std::set<std::string>{"20050304.htm"});
     EXPECT_EQ(recorder_.Said(), Strings{"Error: Couldn't open '" +
