@@ -225,16 +225,19 @@ TEST_F(BackgroundLoopTest, FetchesOnWakingAndAnnouncesOnlyTheNewest) {
     }
 }
 
-TEST_F(BackgroundLoopTest, WithoutNetworkAfterWakingItTriesAgainSoon) {
-    World world("2026-11-26 22:00:00");
+TEST_F(BackgroundLoopTest, WithoutNetworkItTriesAgainSoonAndSoAfterEveryWaking) {
+    World world("2026-11-27 12:00:00");
     world.isOnline = false;
-    world.SuspendAt("2026-11-26 23:00:00", "2026-11-28 09:00:00");
+    world.SuspendAt("2026-11-27 13:30:00", "2026-11-28 09:00:00");
     world.Then("2026-11-28 09:30:00", [](World& w) { w.isOnline = true; });
-    EXPECT_EQ(world.RunUntil("2026-11-28 12:00:00"),
-              (Lines{"2026-11-28 09:00:00 2026-11-27", "2026-11-28 09:00:30 2026-11-27",
-                     "2026-11-28 09:01:30 2026-11-27", "2026-11-28 09:03:30 2026-11-27",
-                     "2026-11-28 09:08:30 2026-11-27", "2026-11-28 09:23:30 2026-11-27",
-                     "2026-11-28 09:38:30 2026-11-27 open"}));
+    Lines expected;
+    for (const char* hour : {"2026-11-27 13:", "2026-11-28 09:"}) {
+        for (const char* minute : {"00:00", "00:30", "01:30", "03:30", "08:30", "23:30"}) {
+            expected.push_back(std::string(hour) + minute + " 2026-11-27");
+        }
+    }
+    expected.emplace_back("2026-11-28 09:38:30 2026-11-27 open");
+    EXPECT_EQ(world.RunUntil("2026-11-28 12:00:00"), expected);
 }
 
 TEST_F(BackgroundLoopTest, AClockThatIsSetBackBringsNothingTwice) {

@@ -100,6 +100,10 @@ TEST_F(TransferJobTest, ItsEndDoesNotWaitForTheServer) {
 
 TEST_F(TransferJobTest, PostsAndCopiesToo) {
     TransferJob job(tools_);
+    EXPECT_TRUE(job.StartPost("no address", "a=1", 10, AgentName, "", ReportErrors::Yes));
+    CollectAtLast(job);
+    EXPECT_EQ(TakeDetails(),
+              Strings{"Internal Error: URL is missing 'http://' or similar:\nno address"});
     {
         const EnvironmentVariable proxy("http_proxy", server_.Address());
         EXPECT_TRUE(job.StartPost("http://vantra.example/", "a=1", 2, AgentName, "", {}));
