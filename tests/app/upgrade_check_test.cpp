@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
 #include <thread>
 
 #include "app/upgrade_message.h"

@@ -5,11 +5,9 @@
 #include <sys/stat.h>
 
 #include <atomic>
-#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <memory>
-#include <set>
 #include <thread>
 
 #include "platform/clock.h"

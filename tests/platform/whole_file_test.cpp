@@ -12,7 +12,6 @@
 #include "tests/support/child_process.h"
 #include "tests/support/rows.h"
 #include "tests/support/temp_folder.h"
-#include "util/files.h"
 
 namespace ostrova::platform {
 namespace {
