@@ -60,6 +60,7 @@ TEST_F(ProgramTest, RefusesWhatItDoesNotUnderstand) {
              {{"guest", "--year-page", "x", "--current-page", "y", "--address", "z"}, "exclude"},
              {{"fetch", "--from", "2006-03-04", "--to", "2006-03-03"}, "before --from"},
              {{"fetch", "--jobs", "none"}, "1 or more"},
+             {{"fetch", "--jobs", "0"}, "1 or more"},
              {{"fetch", "--offline"}, "--offline"},
              {{"search", "--to", "yesterday"}, "no date"},
              {{"search", "--list", "/nowhere/list.txt"}, "/nowhere/list.txt"},

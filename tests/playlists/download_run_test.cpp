@@ -166,14 +166,12 @@ TEST_F(DownloadRunTest, TheNewestGuestIsFoundOnEitherPageAndRemembered) {
 }
 
 TEST_F(DownloadRunTest, TheCurrentGuestPageAddsToWhatTheYearlyPageSaid) {
-    site_.PutArchived("20050304", Page("x"));
-    site_.Put("/vantra/guest/2005/default.htm",
-              "4 & 5 March <a href=\"http://site.test/g\"></a><td>\n");
-    site_.Put("/vantra/guest/default.htm", "on 5 March\nName\n");
-    RunWeekend("2005-03-04", /*isLatest=*/true);
-    EXPECT_TRUE(state_.guest.shown.text);
-    EXPECT_EQ(state_.guest.shown.link, "http://site.test/g");
-    EXPECT_TRUE(state_.guest.shown.bothNights);
+    site_.PutArchived("20080307", Page("x"));
+    site_.Put("/vantra/guest/?year=2008.htm", "<a href=\"http://site.test/g\">\n7 & 8 March\n");
+    site_.Put("/vantra/guest/default.htm", "on 8 March\nName\n");
+    RunWeekend("2008-03-07", /*isLatest=*/true);
+    EXPECT_EQ(state_.guest.shown,
+              (GuestInfo{.text = "Name\n", .link = "http://site.test/g", .bothNights = true}));
 }
 
 }  // namespace
