@@ -173,8 +173,10 @@ TEST_F(WeekendTest, FetchesARangeAndTellsWhatIsMissing) {
                        "{'page':'20060304am.htm','status':'missing'}\n"
                        "{'page':'20060304.htm','status':'missing'}\n"),
                   "ostrova-cli: 1 fetched, 0 already cached, 2 missing on the site, 0 failed.\n"}));
-    EXPECT_EQ(Out({"fetch", "--from", "2006-03-03", "--to", "2006-03-03", "--json"}),
-              Json("{'page':'20060303.htm','status':'cached'}\n"));
+    EXPECT_EQ(Run({"fetch", "--from", "2006-03-03", "--to", "2006-03-03", "--json"}),
+              (CliResult{
+                  Found, Json("{'page':'20060303.htm','status':'cached'}\n"),
+                  "ostrova-cli: 0 fetched, 1 already cached, 0 missing on the site, 0 failed.\n"}));
     EXPECT_EQ(Status({"fetch", "--from", "2006-03-04", "--to", "2006-03-05"}), NothingFound);
     site_.PutArchived("20060304", {.status = 500});
     ExpectTrouble({"fetch", "--from", "2006-03-03", "--to", "2006-03-04"},
