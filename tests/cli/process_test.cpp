@@ -27,16 +27,17 @@ protected:
     bool Answer(const demo::ServerRequest& request, demo::Connection& connection) {
         const int number = ++requests_;
         while (pid_ == 0) std::this_thread::yield();  // it may ask before its number is known
+        const pid_t pid = pid_;  // which is the next one's, or 0, once this one has ended
         if (number == hangAt_) {
             connection.Send("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n<td>half a");
-            ::kill(pid_, SIGINT);
+            ::kill(pid, SIGINT);
             connection.Wait(20'000);
             return false;
         }
         const bool kept = demo::SendAnswer(connection, 200, PageOf(request.target));
         if (number == killAt_) {
             connection.Wait(killDelay_);
-            ::kill(pid_, SIGKILL);
+            ::kill(pid, SIGKILL);
         }
         return kept;
     }
