@@ -73,11 +73,14 @@ TEST_F(SearchListStore, ReadsTheDataFolderThenBesideTheProgramThenAbove) {
     EXPECT_EQ(folder, root.Path("data"));
 }
 
-TEST_F(SearchListStore, SavesInTheDataFolderOrBesideTheProgramWithAWarning) {
+TEST_F(SearchListStore, SavesInTheDataFolder) {
     EXPECT_TRUE(Save());
     EXPECT_EQ(testing::FileBytes(Data()), HelpLine);
     EXPECT_THAT(said.Said(), IsEmpty());
     EXPECT_EQ(folder, root.Path("data"));
+}
+
+TEST_F(SearchListStore, SavesBesideTheProgramWithAWarning) {
     LoseDataFolder();
     EXPECT_TRUE(Save());
     EXPECT_EQ(testing::FileBytes(Beside()), HelpLine);

@@ -82,7 +82,7 @@ TEST_F(ArchiveFetch, FetchesAYearsIndexOnceAndOnlyForMissingPages) {
     EXPECT_EQ(Fetch({20090306, 20090306}).end, ArchiveEnd::Complete);
     EXPECT_EQ(site_.Asked(), (Strings{"/vantra/playlist/?year=2009", Archived("20090306")}));
     EXPECT_EQ(listener_.fates, (Fates{{"20090306.htm", ArchiveStatus::Fetched}}));
-    EXPECT_FALSE(Cached().contains("lists2009.htm"));
+    EXPECT_FALSE(folder_.Names("Cache").contains("lists2009.htm"));
 }
 
 TEST_F(ArchiveFetch, KeepsOnlyWholePagesWithSongs) {
