@@ -24,7 +24,8 @@ public:
     bool paused = false;                  // may be set at any time, like the next two
     bool cancelled = false;               // of the view in sight: a new one's buttons are untouched
     std::optional<std::string> cancelAt;  // cancels at a message with this end; empty: at once
-    std::function<void()> onWait;         // while paused
+    std::function<void()> onPump;
+    std::function<void()> onWait;  // while paused
 
 private:
     class View final : public feedback::ProgressView {
@@ -48,7 +49,9 @@ private:
         void SetPosition(int position) override {
             screen_.shown.push_back(std::to_string(position));
         }
-        void PumpMessages() override {}
+        void PumpMessages() override {
+            if (screen_.onPump) screen_.onPump();
+        }
         void WaitMessage() override { screen_.onWait(); }
         [[nodiscard]] bool IsPaused() const override { return screen_.paused; }
         [[nodiscard]] bool IsCancelled() const override { return screen_.cancelled; }
