@@ -2,19 +2,20 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
 #include <map>
 
 #include "app/settings.h"
 #include "tests/support/environment.h"
 #include "tests/support/fake_clock.h"
 #include "tests/support/moments.h"
+#include "tests/support/rows.h"
 
 namespace ostrova::app {
 namespace {
 
 using testing::At;
 using testing::DateOf;
+using testing::Rows;
 using testing::TimeOf;
 using testing::TimeZone;
 
@@ -47,8 +48,10 @@ public:
     void Then(const std::string& from, std::function<void(World&)> what) {
         happenings_.emplace(At(from), std::move(what));
     }
-    /// The machine sleeps; it wakes at `wake`, whatever was due.
-    void Suspend(const std::string& wake) { clock_.SetWallClock(At(wake)); }
+    /// The machine sleeps from `from` on; it wakes at `wake`, whatever was due.
+    void SuspendAt(const std::string& from, const std::string& wake) {
+        Then(from, [wake](World& w) { w.clock_.SetWallClock(At(wake)); });
+    }
     void SetClock(const std::string& now) {
         clock_.SetWallClock(At(now));
         clock_.clockChanges = 1;
@@ -58,10 +61,8 @@ public:
         clock_.clockChanges = 1;
     }
 
-    std::function<bool(WeekendAnchor, util::EpochSeconds now)> isOut = [](WeekendAnchor anchor,
-                                                                          util::EpochSeconds now) {
-        return now >= At(DateOf(anchor) + " 13:00:00");
-    };
+    std::string outAt = "13:00:00";  // on the Friday
+    std::string noneFrom = "9999";   // weekends from this date on never come out
     bool isOnline = true;
     bool pagesWereCached = false;
     bool windowIsOpen = false;
@@ -89,8 +90,10 @@ private:
         return {
             .runWeekend =
                 [this](WeekendAnchor anchor) {
-                    events_.push_back(TimeOf(clock_.Now()) + " " + DateOf(anchor));
-                    const bool had = isOnline && isOut(anchor, clock_.Now());
+                    const std::string now = TimeOf(clock_.Now());
+                    const std::string friday = DateOf(anchor);
+                    events_.push_back(now + " " + friday);
+                    const bool had = isOnline && friday < noneFrom && now >= friday + " " + outAt;
                     playlists::RunResult result{.had = had, .reachedNetwork = isOnline};
                     if (!had) result.failures.front() = failure;
                     return result;
@@ -112,16 +115,6 @@ private:
     Lines events_;
 };
 
-/// The dates of 52 Fridays, counted on the calendar.
-Lines FridaysOf2027() {
-    Lines dates;
-    for (std::tm day{.tm_mday = 8, .tm_year = 127}; dates.size() < 52; day.tm_mday += 7) {
-        ::timegm(&day);  // into the next month where the days run over
-        dates.push_back(util::FormatTime("%Y-%m-%d", day));
-    }
-    return dates;
-}
-
 TEST(BackgroundLoop, EveryFridayOfAYearAtOneOClockInEveryZone) {
     for (const char* name :
          {"UTC", "Europe/Berlin", "Australia/Sydney", "America/New_York", "Australia/Lord_Howe",
@@ -130,7 +123,9 @@ TEST(BackgroundLoop, EveryFridayOfAYearAtOneOClockInEveryZone) {
         const TimeZone zone(name);
         World world("2027-01-06 10:20:30");
         Lines expected;
-        for (const std::string& friday : FridaysOf2027()) {
+        for (int week = 0; week < 52; ++week) {  // noon is the same day when the clock is changed
+            const std::string friday =
+                DateOf(At("2027-01-08 12:00:00") + week * playlists::SecondsPerWeek);
             expected.push_back(friday + " 13:00:00 " + friday + " open");
         }
         EXPECT_EQ(world.RunUntil("2028-01-01 00:00:00"), expected);
@@ -140,7 +135,7 @@ TEST(BackgroundLoop, EveryFridayOfAYearAtOneOClockInEveryZone) {
 TEST(BackgroundLoop, ADayThatDoesNotExistStopsNothing) {
     const TimeZone zone("Pacific/Apia");
     World world("2011-12-21 10:00:00");
-    world.isOut = [](WeekendAnchor, util::EpochSeconds) { return true; };
+    world.outAt = "00:00:00";
     Lines weekends;
     for (const std::string& event : world.RunUntil("2012-01-15 00:00:00")) {
         weekends.push_back(event.substr(20, 10));
@@ -153,36 +148,26 @@ class BackgroundLoopTest : public ::testing::Test {
 };
 
 TEST_F(BackgroundLoopTest, LogsWhatReallyKeepsAWeekendAway) {
-    using playlists::TransferResult;
-    using playlists::TransferStatus;
-    struct Case {
-        bool isOnline;
-        std::optional<TransferResult> failure;
-        const char* reason;
-    };
-    for (const Case& c : std::initializer_list<Case>{
-             {true, std::nullopt, "not out yet"},
-             {false, std::nullopt, "no connection"},
-             {true,
-              TransferResult{.status = TransferStatus::CannotWrite, .writeError = "No space left"},
-              "the page could not be written: No space left"},
-         }) {
+    const playlists::TransferResult unwritten{.status = playlists::TransferStatus::CannotWrite,
+                                              .writeError = "No space left"};
+    for (const auto& [isOnline, failure, reason] :
+         Rows<bool, std::optional<playlists::TransferResult>, std::string>{
+             {true, {}, "not out yet"},
+             {false, {}, "no connection"},
+             {true, unwritten, "the page could not be written: No space left"}}) {
         World world("2027-01-08 12:00:00");
-        world.isOut = [](WeekendAnchor, util::EpochSeconds) { return false; };
-        world.isOnline = c.isOnline;
-        world.failure = c.failure;
+        world.noneFrom = "2027-01-01";
+        world.isOnline = isOnline;
+        world.failure = failure;
         world.RunUntil("2027-01-08 13:05:00");
-        EXPECT_TRUE(world.log.starts_with("2027-01-08 13:0") &&
-                    world.log.find(std::string(": ") + c.reason + ", next") != std::string::npos)
-            << world.log;
+        EXPECT_EQ(world.log.substr(0, 15), "2027-01-08 13:0");
+        EXPECT_NE(world.log.find(": " + reason + ", next"), std::string::npos) << world.log;
     }
 }
 
 TEST_F(BackgroundLoopTest, RetriesUntilTheWeekendComesAndKeepsTheMinute) {
     World world("2026-11-27 09:00:00");
-    world.isOut = [](WeekendAnchor anchor, util::EpochSeconds now) {
-        return now >= At(DateOf(anchor) + " 13:20:00");
-    };
+    world.outAt = "13:20:00";
     EXPECT_EQ(
         world.RunUntil("2026-12-05 00:00:00"),
         (Lines{"2026-11-27 13:00:00 2026-11-27", "2026-11-27 13:15:00 2026-11-27",
@@ -199,72 +184,60 @@ TEST_F(BackgroundLoopTest, AStartAtTheWeekendLooksAtOnceForWhatIsMissing) {
 }
 
 TEST_F(BackgroundLoopTest, OpensAWindowOnlyWhenTheUserWantsToSeeSomethingNew) {
-    struct Case {
-        std::int32_t whenToOpen;
-        bool wasCached, windowIsOpen, songsMatch;
-        bool opens;
-    };
-    for (const Case& c : std::initializer_list<Case>{
-             {OpenAlways, false, false, false, true},
-             {OpenAlways, true, false, true, false},
-             {OpenAlways, false, true, true, false},
-             {OpenOnMatch, false, false, true, true},
-             {OpenOnMatch, false, false, false, false},
-             {OpenOnMatch, false, true, true, false},
-             {OpenNever, false, false, true, false},
-             {-1, false, false, false, true},
-             {99, false, false, false, true},
-         }) {
+    for (const auto& [whenToOpen, wasCached, windowIsOpen, songsMatch, opens] :
+         Rows<std::int32_t, bool, bool, bool, bool>{{OpenAlways, false, false, false, true},
+                                                    {OpenAlways, true, false, true, false},
+                                                    {OpenAlways, false, true, true, false},
+                                                    {OpenOnMatch, false, false, true, true},
+                                                    {OpenOnMatch, false, false, false, false},
+                                                    {OpenOnMatch, false, true, true, false},
+                                                    {OpenNever, false, false, true, false},
+                                                    {-1, false, false, false, true},
+                                                    {99, false, false, false, true}}) {
         World world("2026-11-25 09:00:00");
-        world.whenToOpen = c.whenToOpen;
-        world.pagesWereCached = c.wasCached;
-        world.windowIsOpen = c.windowIsOpen;
-        world.songsMatch = c.songsMatch;
-        EXPECT_EQ(world.RunUntil("2026-11-28 00:00:00")[0].ends_with(" open"), c.opens)
-            << c.whenToOpen << c.wasCached << c.windowIsOpen << c.songsMatch;
+        world.whenToOpen = whenToOpen;
+        world.pagesWereCached = wasCached;
+        world.windowIsOpen = windowIsOpen;
+        world.songsMatch = songsMatch;
+        EXPECT_EQ(world.RunUntil("2026-11-28 00:00:00")[0].ends_with(" open"), opens)
+            << whenToOpen << wasCached << windowIsOpen << songsMatch;
     }
 }
 
 TEST_F(BackgroundLoopTest, FetchesOnWakingAndAnnouncesOnlyTheNewest) {
-    struct Case {
-        const char* wake;
-        Lines events;
-    };
-    for (const Case& c : std::initializer_list<Case>{
-             {"2026-11-28 09:00:00", {"2026-11-28 09:00:00 2026-11-27 open"}},
+    for (const auto& [wake, noneFrom, events] : Rows<const char*, const char*, Lines>{
+             {"2026-11-28 09:00:00", "9999", {"2026-11-28 09:00:00 2026-11-27 open"}},
              {"2026-12-12 09:00:00",
+              "9999",
               {"2026-12-12 09:00:00 2026-11-27", "2026-12-12 09:00:00 2026-12-04",
                "2026-12-12 09:00:00 2026-12-11 open"}},
+             // The newest is not out yet, so the one before it is told of.
+             {"2026-12-04 14:00:00",
+              "2026-12-01",
+              {"2026-12-04 14:00:00 2026-11-27", "2026-12-04 14:00:00 2026-12-04 open"}},
              // So long that the clock must have been wrong: only the newest.
-             {"2036-12-13 09:00:00", {"2036-12-13 09:00:00 2036-12-12 open"}},
+             {"2036-12-13 09:00:00", "9999", {"2036-12-13 09:00:00 2036-12-12 open"}},
          }) {
         World world("2026-11-26 22:00:00");
-        world.Then("2026-11-26 23:00:00", [&](World& w) { w.Suspend(c.wake); });
-        EXPECT_EQ(world.RunUntil(c.wake), c.events) << c.wake;
+        world.noneFrom = noneFrom;
+        world.SuspendAt("2026-11-26 23:00:00", wake);
+        EXPECT_EQ(world.RunUntil(wake), events) << wake;
     }
 }
 
-TEST_F(BackgroundLoopTest, AnnouncesTheOlderWeekendWhenTheNewestIsNotOutYet) {
-    World world("2026-11-26 22:00:00");
-    world.isOut = [](WeekendAnchor anchor, util::EpochSeconds) {
-        return anchor < At("2026-12-01 00:00:00");
-    };
-    world.Then("2026-11-26 23:00:00", [](World& w) { w.Suspend("2026-12-04 14:00:00"); });
-    EXPECT_EQ(world.RunUntil("2026-12-04 14:20:00"),
-              (Lines{"2026-12-04 14:00:00 2026-11-27", "2026-12-04 14:00:00 2026-12-04 open",
-                     "2026-12-04 14:15:00 2026-12-04"}));
-}
-
-TEST_F(BackgroundLoopTest, WithoutNetworkAfterWakingItTriesAgainSoon) {
-    World world("2026-11-26 22:00:00");
+TEST_F(BackgroundLoopTest, WithoutNetworkItTriesAgainSoonAndSoAfterEveryWaking) {
+    World world("2026-11-27 12:00:00");
     world.isOnline = false;
-    world.Then("2026-11-26 23:00:00", [](World& w) { w.Suspend("2026-11-28 09:00:00"); });
+    world.SuspendAt("2026-11-27 13:30:00", "2026-11-28 09:00:00");
     world.Then("2026-11-28 09:30:00", [](World& w) { w.isOnline = true; });
-    EXPECT_EQ(world.RunUntil("2026-11-28 12:00:00"),
-              (Lines{"2026-11-28 09:00:00 2026-11-27", "2026-11-28 09:00:30 2026-11-27",
-                     "2026-11-28 09:01:30 2026-11-27", "2026-11-28 09:03:30 2026-11-27",
-                     "2026-11-28 09:08:30 2026-11-27", "2026-11-28 09:23:30 2026-11-27",
-                     "2026-11-28 09:38:30 2026-11-27 open"}));
+    Lines expected;
+    for (const char* hour : {"2026-11-27 13:", "2026-11-28 09:"}) {
+        for (const char* minute : {"00:00", "00:30", "01:30", "03:30", "08:30", "23:30"}) {
+            expected.push_back(std::string(hour) + minute + " 2026-11-27");
+        }
+    }
+    expected.emplace_back("2026-11-28 09:38:30 2026-11-27 open");
+    EXPECT_EQ(world.RunUntil("2026-11-28 12:00:00"), expected);
 }
 
 TEST_F(BackgroundLoopTest, AClockThatIsSetBackBringsNothingTwice) {
@@ -281,9 +254,7 @@ TEST_F(BackgroundLoopTest, AClockThatIsSetBackBringsNothingTwice) {
 
 TEST_F(BackgroundLoopTest, AClockSetBackDuringRetriesWaitsForTheReleaseAgain) {
     World world("2026-11-25 09:00:00");
-    world.isOut = [](WeekendAnchor, util::EpochSeconds now) {
-        return now >= At("2026-11-27 13:10:00");
-    };
+    world.outAt = "13:10:00";
     world.Then("2026-11-27 13:05:00", [](World& w) { w.SetClock("2026-11-27 09:00:00"); });
     EXPECT_EQ(world.RunUntil("2026-12-04 12:00:00"),
               (Lines{"2026-11-27 13:00:00 2026-11-27", "2026-11-27 13:00:00 2026-11-27",
@@ -292,10 +263,7 @@ TEST_F(BackgroundLoopTest, AClockSetBackDuringRetriesWaitsForTheReleaseAgain) {
 
 TEST_F(BackgroundLoopTest, AClockAYearAheadIsForgottenOnceItIsCorrected) {
     World world("2026-11-25 09:00:00");
-    // The site's own clock is right.
-    world.isOut = [](WeekendAnchor anchor, util::EpochSeconds now) {
-        return anchor < At("2027-01-01 00:00:00") && now >= At(DateOf(anchor) + " 13:00:00");
-    };
+    world.noneFrom = "2027-01-01";  // the site's own clock is right
     world.Then("2026-11-28 09:00:00", [](World& w) { w.SetClock("2027-11-27 09:00:00"); });
     world.Then("2027-11-27 09:20:00", [](World& w) { w.SetClock("2026-11-28 09:20:00"); });
     EXPECT_EQ(world.RunUntil("2026-12-05 00:00:00"),

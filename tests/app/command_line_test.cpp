@@ -2,19 +2,16 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
 #include <sstream>
+
+#include "tests/support/rows.h"
 
 namespace ostrova::app {
 namespace {
 
 TEST(CommandLine, ReadsLettersUpToTheFirstPlainWord) {
-    struct Case {
-        std::string_view line;
-        CommandLine options;
-        std::string_view errors;
-    };
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [line, options, complaints] :
+         testing::Rows<std::string_view, CommandLine, std::string_view>{
              {"", {}, ""},
              {"-A", {true, false}, ""},
              {"-W", {false, true}, ""},
@@ -32,8 +29,8 @@ TEST(CommandLine, ReadsLettersUpToTheFirstPlainWord) {
              {"-\x1B -A", {true, false}, "Illegal option '-'\n"},
          }) {
         std::ostringstream errors;
-        EXPECT_EQ(ReadCommandLine(c.line, errors), c.options) << c.line;
-        EXPECT_EQ(errors.str(), c.errors) << c.line;
+        EXPECT_EQ(ReadCommandLine(line, errors), options) << line;
+        EXPECT_EQ(errors.str(), complaints) << line;
     }
     EXPECT_EQ(JoinWords(std::vector<std::string>{"-A", "-W", "x y"}), "-A -W x y");
 }

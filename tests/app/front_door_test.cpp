@@ -7,7 +7,6 @@
 #include <thread>
 
 #include "demo/http_server.h"
-#include "platform/process.h"
 #include "tests/support/child_process.h"
 #include "tests/support/environment.h"
 #include "tests/support/temp_folder.h"
@@ -41,12 +40,9 @@ protected:
 
     /// Becomes the program, its two streams files of the folder.
     void Run(const std::vector<std::string>& arguments) const {
-        static_cast<void>(std::freopen(folder_.Path("out").c_str(), "w", stdout));
-        static_cast<void>(std::freopen(folder_.Path("err").c_str(), "w", stderr));
-        // It ends at once, with whatever threads it has: that is no leak.
-        ::setenv("TSAN_OPTIONS", "report_thread_leaks=0", 1);
-        platform::ReplaceProcess(program_, arguments);
-        ::_exit(99);
+        testing::SendStream(1, folder_.Path("out"));
+        testing::SendStream(2, folder_.Path("err"));
+        testing::BecomeProgram(program_, arguments);
     }
     [[nodiscard]] int StatusOf(const std::vector<std::string>& arguments) const {
         return ChildProcess([&] { Run(arguments); }).Wait();

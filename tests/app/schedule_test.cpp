@@ -2,16 +2,16 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
-
 #include "tests/support/environment.h"
 #include "tests/support/moments.h"
+#include "tests/support/rows.h"
 
 namespace ostrova::app {
 namespace {
 
 using testing::At;
 using testing::DateOf;
+using testing::Rows;
 using testing::TimeOf;
 using testing::TimeZone;
 
@@ -20,13 +20,7 @@ constexpr int Hour = playlists::SecondsPerHour;
 
 TEST(FirstDelay, RunsToTheFridayThatFollows) {
     const TimeZone zone("UTC");
-    struct Case {
-        const char* now;
-        bool cached;
-        int delay;
-        const char* target;
-    };
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [start, cached, delay, target] : Rows<const char*, bool, int, const char*>{
              {"2026-11-24 10:20:30", false, 3 * Day + 2 * Hour + 39 * 60 + 30, "2026-11-27"},
              {"2026-11-26 23:50:00", true, 13 * Hour + 600, "2026-11-27"},
              {"2026-11-27 12:50:00", false, 1500, "2026-11-27"},  // 600 are too few
@@ -39,32 +33,27 @@ TEST(FirstDelay, RunsToTheFridayThatFollows) {
              {"2026-11-29 11:59:59", false, 900, "2026-11-27"},
              {"2026-11-29 12:00:00", true, 5 * Day + Hour, "2026-12-04"},
          }) {
-        const util::EpochSeconds now = At(c.now);
-        const FirstWake first = FirstDelay(now, playlists::CurrentWeekend(now), c.cached);
-        EXPECT_EQ(first.delay, c.delay) << c.now << " cached " << c.cached;
-        EXPECT_EQ(DateOf(first.target), c.target) << c.now << " cached " << c.cached;
+        const util::EpochSeconds now = At(start);
+        const FirstWake first = FirstDelay(now, playlists::CurrentWeekend(now), cached);
+        SCOPED_TRACE(std::string(start) + (cached ? " cached" : ""));
+        EXPECT_EQ(first.delay, delay);
+        EXPECT_EQ(DateOf(first.target), target);
         EXPECT_LE(first.delay, LongestWait);
     }
 }
 
 TEST(DueMoment, KeepsTheTimeOfDayAcrossAChangeOfSummerTime) {
-    struct Case {
-        const char* zone;
-        const char* now;
-        int delay;
-        const char* due;
-    };
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [place, now, delay, moment] : Rows<const char*, const char*, int, const char*>{
              {"Europe/Berlin", "2026-03-27 13:07:00", 7 * Day, "2026-04-03 13:07:00"},
              {"Europe/Berlin", "2026-10-23 13:07:00", 7 * Day, "2026-10-30 13:07:00"},
              {"Australia/Lord_Howe", "2026-04-03 13:07:00", 7 * Day, "2026-04-10 13:07:00"},
              {"Europe/Berlin", "2026-03-28 02:30:00", Day, "2026-03-29 03:30:00"},  // no 02:30
              {"UTC", "2038-01-15 12:59:59", 7 * Day + 1, "2038-01-22 13:00:00"},
          }) {
-        const TimeZone zone(c.zone);
+        const TimeZone zone(place);
         DueMoment due;
-        due.SetOnLocalClock(At(c.now), c.delay);
-        EXPECT_EQ(TimeOf(due.Get()), c.due) << c.zone << " " << c.now;
+        due.SetOnLocalClock(At(now), delay);
+        EXPECT_EQ(TimeOf(due.Get()), moment) << place << " " << now;
     }
 }
 

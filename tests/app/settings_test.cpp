@@ -2,12 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
-
 #include "app/single_instance.h"
 #include "tests/support/environment.h"
 #include "tests/support/memory_store.h"
 #include "tests/support/recorder.h"
+#include "tests/support/rows.h"
 #include "tests/support/temp_folder.h"
 #include "util/files.h"
 
@@ -81,26 +80,20 @@ TEST_F(SettingsTest, AFolderThatCannotBeUsedIsReplaced) {
         Put("Folder", folder);
         EXPECT_EQ(Loaded().folder, home_.Path("Ostrova")) << folder;
     }
-    Put("Folder", home_.Path());
-    EXPECT_EQ(Loaded().folder, home_.Path());
 }
 
 TEST_F(SettingsTest, AFolderIsStoredAsTheTextThatItSpells) {
-    struct Case {
-        const char* name;  // the host's bytes
-        const char* text;
-    };
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [name, text] : testing::Rows<const char*, const char*>{
              {"f\u00E9", "f\xE9"},
              {"\u6771\u4EAC", "\u6771\u4EAC"},  // letters that no text of ours has
              {"f\xE9", "f\xE9"},                // no UTF-8 at all
          }) {
-        std::filesystem::create_directory(home_.Path(c.name));
-        const Settings settings{.folder = home_.Path(c.name)};
+        std::filesystem::create_directory(home_.Path(name));
+        const Settings settings{.folder = home_.Path(name)};
         EXPECT_TRUE(SaveSettings(store_, settings));
-        EXPECT_EQ(store_.ReadText("Settings", "Folder"), home_.Path(c.text));
-        EXPECT_EQ(Loaded().folder, home_.Path(c.name));
-        std::filesystem::remove(home_.Path(c.name));
+        EXPECT_EQ(store_.ReadText("Settings", "Folder"), home_.Path(text));
+        EXPECT_EQ(Loaded().folder, home_.Path(name));
+        std::filesystem::remove(home_.Path(name));
     }
 }
 
@@ -116,11 +109,7 @@ TEST_F(SettingsTest, AStoreThatCannotBeReadKeepsWhatIsHeldAndIsNotWritten) {
 }
 
 TEST(DefaultWindowRect, IsCentredAndKeepsItsMargin) {
-    struct Case {
-        WindowRect desktop;
-        WindowRect window;
-    };
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [desktop, window] : testing::Rows<WindowRect, WindowRect>{
              {{0, 0, 640, 480}, {32, 32, 608, 448}},
              {{0, 0, 641, 481}, {32, 32, 608, 448}},
              {{-1920, -200, 1919, 880}, {-300, 90, 300, 590}},  // halves are cut towards zero
@@ -128,7 +117,7 @@ TEST(DefaultWindowRect, IsCentredAndKeepsItsMargin) {
              {{-1, -1, -1, -1}, {-1, -1, -1, -1}},
              {{INT32_MIN, 0, INT32_MAX, 1000}, {-300, 250, 300, 750}},
          }) {
-        EXPECT_EQ(DefaultWindowRect(c.desktop), c.window) << c.desktop.left;
+        EXPECT_EQ(DefaultWindowRect(desktop), window) << desktop.left;
     }
 }
 

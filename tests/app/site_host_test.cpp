@@ -2,19 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
-
 #include "tests/support/environment.h"
+#include "tests/support/rows.h"
 
 namespace ostrova::app {
 namespace {
 
 TEST(SiteHost, IsASchemeAndAHostAndNothingElse) {
-    struct Case {
-        std::string text;
-        std::optional<std::string> host;
-    };
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [text, host] : testing::Rows<std::string, std::optional<std::string>>{
              {"http://www.vantra.example", "http://www.vantra.example"},
              {"https://host///", "https://host"},
              {"HTTP://Host", "http://Host"},
@@ -23,7 +18,7 @@ TEST(SiteHost, IsASchemeAndAHostAndNothingElse) {
              {"http://" + std::string(29, 'h'), "http://" + std::string(29, 'h')},
              {"http://" + std::string(30, 'h'), std::nullopt},
          }) {
-        EXPECT_EQ(CheckHost(c.text, LongestSiteHost), c.host) << c.text;
+        EXPECT_EQ(CheckHost(text, LongestSiteHost), host) << text;
     }
     for (const char* text :
          {"", "http://", "http:///", "host", "file:///etc/passwd", "ftp://host", " http://host",
@@ -34,18 +29,17 @@ TEST(SiteHost, IsASchemeAndAHostAndNothingElse) {
     }
 }
 
-TEST(SiteHost, TheEnvironmentReplacesWhatIsBuiltIn) {
+TEST(SiteHost, TheEnvironmentReplacesWhatIsBuiltInOrIsComplainedOf) {
     const testing::EnvironmentVariable site("OSTROVA_SITE_HOST", "http://localhost:81/");
     const testing::EnvironmentVariable maker("OSTROVA_MAKER_HOST", "");  // as if absent
     const HostsResult found = ReadHosts();
     ASSERT_TRUE(found.hosts) << found.complaint;
     EXPECT_EQ(found.hosts->site, "http://localhost:81");
     EXPECT_EQ(found.hosts->maker, "http://www.kelvane.example");
-}
 
-TEST(SiteHost, AComplaintNamesTheVariableAndSteersNoTerminal) {
-    const testing::EnvironmentVariable site("OSTROVA_SITE_HOST",
-                                            "\x1B[2J" + std::string(5000, 'x'));
+    // A complaint names the variable and steers no terminal.
+    const testing::EnvironmentVariable wrong("OSTROVA_SITE_HOST",
+                                             "\x1B[2J" + std::string(5000, 'x'));
     EXPECT_EQ(ReadHosts().complaint,
               "OSTROVA_SITE_HOST must be http://host or https://host of at most 36 characters, "
               "not '[2J" +

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
 #include <thread>
 
 #include "app/upgrade_message.h"
+#include "app/version.h"
 #include "tests/support/canned_site.h"
 #include "tests/support/environment.h"
 #include "tests/support/fake_clock.h"
@@ -20,11 +20,9 @@ using Lines = std::vector<std::string>;
 
 constexpr const char* VersionPath = "/Ostrova/LatestVersion.txt";
 constexpr const char* LatestText = "Information: You already have the latest version.";
-constexpr const char* FailedText = "Error: Checking for latest version failed.";
-constexpr const char* NotFoundText =
-    "Error: Checking for latest version failed.\n\nCouldn't find file on server (status 404).";
-constexpr const char* TryAgainText =
-    "Error: Checking for latest version failed.\nPlease try again.";
+const std::string FailedText = "Error: Checking for latest version failed.";
+const std::string NotFoundText = FailedText + "\n\nCouldn't find file on server (status 404).";
+const std::string TryAgainText = FailedText + "\nPlease try again.";
 constexpr const char* BusyText = "Error: The program is already busy looking for updates.";
 
 class UpgradeCheckTest : public ::testing::Test {
@@ -85,7 +83,10 @@ TEST_F(UpgradeCheckTest, TellsOfANewVersionOnceUnlessAsked) {
     EXPECT_TRUE(folder_.Names("ostrova").empty());  // nothing is left lying about
 }
 
-TEST_F(UpgradeCheckTest, AVersionThatIsNotNewerIsSilentUnlessAsked) {
+TEST_F(UpgradeCheckTest, NothingNewAndAFailedTransferAreSilentUnlessAsked) {
+    EXPECT_EQ(Check(CheckKind::Automatic), Lines{});
+    EXPECT_EQ(Check(CheckKind::Manual), (Lines{NotFoundText, FailedText}));
+    EXPECT_EQ(settings_, Settings{});
     for (const char* version : {"1.9", "1.8"}) {
         Answer(version);
         EXPECT_EQ(Check(CheckKind::Automatic), Lines{});
@@ -111,12 +112,6 @@ TEST_F(UpgradeCheckTest, AnAnswerThatIsNoVersionFileIsAskedForThreeTimes) {
     EXPECT_EQ(site_.Asked().size(), 2U);
 }
 
-TEST_F(UpgradeCheckTest, AFailedTransferIsSilentUnlessAsked) {
-    EXPECT_EQ(Check(CheckKind::Automatic), Lines{});
-    EXPECT_EQ(Check(CheckKind::Manual), (Lines{NotFoundText, FailedText}));
-    EXPECT_EQ(settings_, Settings{});
-}
-
 TEST_F(UpgradeCheckTest, AManualRequestAdoptsTheAutomaticOneAndASecondIsRefused) {
     Answer("1.9");
     check_.Start(CheckKind::Automatic);
@@ -124,6 +119,75 @@ TEST_F(UpgradeCheckTest, AManualRequestAdoptsTheAutomaticOneAndASecondIsRefused)
     check_.Start(CheckKind::Manual);
     EXPECT_EQ(Finished(), (Lines{BusyText, LatestText}));
     EXPECT_EQ(site_.Asked().size(), 1U);
+}
+
+TEST(IsNewerVersion, ComparesNumberByNumber) {
+    for (const char* newer : {"1.10", "1.9.1", "2.0", "2", "1", "1.9a", "1.09", "1 .9", "1 . 10",
+                              "10.0", "99999999999"}) {
+        EXPECT_TRUE(IsNewerVersion(newer)) << newer;
+    }
+    for (const char* other : {"1.9", "1.8", "1.8.7", "0.9", "", "-1.9", "beta"}) {
+        EXPECT_FALSE(IsNewerVersion(other)) << other;
+    }
+    EXPECT_FALSE(IsNewerVersion("1.9.1", "1.9.2"));
+    EXPECT_TRUE(IsNewerVersion("1.9.3", "1.9.2"));
+    EXPECT_FALSE(IsNewerVersion("1.9", "1.9.2"));
+    EXPECT_TRUE(IsNewerVersion("1.9 .2", "1.9.2"));  // numbers say nothing, nor is the text 1.9
+    EXPECT_TRUE(IsNewerVersion("1.10", "1"));
+}
+
+TEST(DayNumber, CountsFromTheYear2000) {
+    const auto number = [](int year, int month, int day) {
+        return DayNumber({.tm_mday = day, .tm_mon = month - 1, .tm_year = year - 1900});
+    };
+    EXPECT_EQ(number(1999, 12, 31), -1);
+    EXPECT_EQ(number(2000, 1, 1), 0);
+    EXPECT_EQ(number(2000, 3, 1), 60);
+    EXPECT_EQ(number(2001, 1, 1), 366);
+    EXPECT_EQ(number(2026, 11, 24), 9824);
+    EXPECT_EQ(number(2100, 3, 1), 36585);  // a leap year here
+}
+
+TEST(UpgradeCheckDue, EveryFourDaysIfAtAll) {
+    EXPECT_TRUE(UpgradeCheckDue({}, 3));  // as a first start finds it
+    EXPECT_FALSE(UpgradeCheckDue({.checkForUpgrades = false}, 9824));
+    EXPECT_FALSE(UpgradeCheckDue({.lastCheckDay = 9824}, 9827));
+    EXPECT_TRUE(UpgradeCheckDue({.lastCheckDay = 9824}, 9828));
+    EXPECT_FALSE(UpgradeCheckDue({.lastCheckDay = 2147483647}, 9824));
+}
+
+TEST(VersionFile, IsALineOfVersionAndNotesAsTheyStand) {
+    const VersionFile file = ReadVersionFile("1.10 \t\r\n<b>New</b>\n\n  more");
+    EXPECT_EQ(file.status, VersionFileStatus::Ok);
+    EXPECT_EQ(file.version, "1.10");
+    EXPECT_EQ(file.notes, "<b>New</b>\n\n  more");
+    EXPECT_EQ(ReadVersionFile("").status, VersionFileStatus::Empty);
+    for (const char* other : {"\n", "<html>", " 1.10", "v2"}) {
+        EXPECT_EQ(ReadVersionFile(other).status, VersionFileStatus::NotAVersion) << other;
+    }
+    const VersionFile longLine = ReadVersionFile("2" + std::string(99, '0') + "\n");
+    EXPECT_EQ(longLine.version, "2" + std::string(78, '0'));
+    EXPECT_EQ(longLine.notes, std::string(21, '0').append("\n"));
+}
+
+TEST(UpgradeMessage, HasAHeadlineAndTakesTheServersTextForItsFormat) {
+    EXPECT_EQ(UpgradeHeadline("2.0"),
+              "<font color=red size=+2><b>A major new release of Ostrova is now available!</b>"
+              "</font>\n");
+    EXPECT_EQ(UpgradeHeadline("1.8"), std::nullopt);
+    const std::string head = "This is a free upgrade.\n\n<b>Current version:</b> 1.9\n";
+    const std::string foot =
+        "\">Click here to upgrade now.</a></b></font>\n\n<font color=red><b>NOTE:</b></font> You "
+        "won't see this message again unless another new\nversion comes out, or you check for "
+        "updates manually.\nCheck manually using \"Check for updates now\" on the\n"
+        "\"Options/About\" tab.";
+    EXPECT_EQ(UpgradeMessage("H\n", {.version = "2.0", .notes = "Notes\n"}, "http://m/d"),
+              "H\n" + head + "<b>New version:</b> 2.0\n\nNotes\n<font size=+2><b><a href=\"" +
+                  "http://m/d" + foot);
+    // The notes take the address, the link gets none, and nothing else happens.
+    EXPECT_EQ(
+        UpgradeMessage("", {.version = "2", .notes = "100%% %s %n %999999999d.\n"}, "http://m"),
+        head + "<b>New version:</b> 2\n\n100% http://m  .\n<font size=+2><b><a href=\"" + foot);
 }
 
 }  // namespace

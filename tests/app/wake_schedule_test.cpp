@@ -106,19 +106,16 @@ TEST_F(WakeScheduleTest, AClockThatWasFarAheadIsNotWaitedFor) {
 
 TEST_F(WakeScheduleTest, TheUserSeesTheNewWeekendOrKeepsTheOld) {
     state_.displayedWeekend = playlists::WeekendAt(At("2026-11-13 12:00:00"));
-    std::vector<std::string> ran;
-    const RunWeekend run = [&ran](WeekendAnchor anchor, bool isLatest) {
-        ran.push_back(DateOf(anchor) + (isLatest ? " latest" : ""));
+    const RunWeekend run = [this](WeekendAnchor anchor, bool isLatest) {
+        ran_.push_back(DateOf(anchor) + (isLatest ? " latest" : ""));
         return playlists::RunResult{.had = true};
     };
     ShowNewPlaylists(state_, /*wantsToSee=*/false, run);
-    EXPECT_EQ(ran, std::vector<std::string>{"2026-11-13"});
+    EXPECT_EQ(ran_, std::vector<std::string>{"2026-11-13"});
     EXPECT_EQ(state_.displayedWeekend.anchor, At("2026-11-13 12:00:00"));
     ShowNewPlaylists(state_, /*wantsToSee=*/true, run);
-    EXPECT_EQ(state_.displayedWeekend,
-              (playlists::Weekend{At("2026-11-20 12:00:00"), At("2026-11-21 06:00:00"),
-                                  At("2026-11-21 12:00:00")}));
-    EXPECT_EQ(ran.size(), 1U);
+    EXPECT_EQ(state_.displayedWeekend, playlists::WeekendAt(At("2026-11-20 12:00:00")));
+    EXPECT_EQ(ran_.size(), 1U);
 }
 
 }  // namespace

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <sstream>
 #include <string>
@@ -20,6 +22,11 @@ struct CliResult {
     int status = -1;
     std::string out;
     std::string err;
+
+    bool operator==(const CliResult&) const = default;
+    friend void PrintTo(const CliResult& result, std::ostream* stream) {
+        *stream << "status " << result.status << "\n" << result.out << "\n" << result.err;
+    }
 };
 
 /// Runs calls in the test's own process, with a data folder and a web site of the test's own. The
@@ -30,21 +37,34 @@ protected:
         std::istringstream in(input);
         std::ostringstream out;
         std::ostringstream err;
-        World world;
-        world.streams = streams_;
-        world.streams.in = &in;
-        world.streams.out = &out;
-        world.streams.err = &err;
-        world.clock = &clock_;
+        Streams streams = streams_;
+        streams.in = &in;
+        streams.out = &out;
+        streams.err = &err;
+        World world{.streams = streams, .clock = &clock_};
         world.makeHttp = [this] { return site_.Client(); };
         world.defaultDataFolder = [this] { return folder_.Path(); };
         world.siteHost = testing::CannedSite::Host;
         world.stopSignal = &stopSignal_;
-        CliResult result;
-        result.status = RunProgram(world, arguments);
-        result.out = out.str();
-        result.err = err.str();
-        return result;
+        const int status = RunProgram(world, arguments);
+        return {status, out.str(), err.str()};
+    }
+
+    /// JSON, told with ' for its quotation marks.
+    static std::string Json(std::string text) {
+        std::replace(text.begin(), text.end(), '\'', '"');
+        return text;
+    }
+    /// What a call prints.
+    std::string Out(std::vector<std::string> arguments) { return Run(std::move(arguments)).out; }
+    int Status(std::vector<std::string> arguments) { return Run(std::move(arguments)).status; }
+    /// The call fails, and this is part of what it complains of.
+    void ExpectTrouble(const std::vector<std::string>& arguments, const std::string& complaint) {
+        SCOPED_TRACE(::testing::PrintToString(arguments).substr(0, 100));
+        const CliResult result = Run(arguments);
+        EXPECT_EQ(result.status, Trouble);
+        EXPECT_THAT(result.err, ::testing::StartsWith("ostrova-cli: "));
+        EXPECT_THAT(result.err, ::testing::HasSubstr(complaint));
     }
 
     static constexpr const char* Friday =

@@ -15,96 +15,90 @@ using Asked = std::vector<std::string>;
 class WeekendTest : public CliTest {
 protected:
     void PutWeekend() {
-        site_.Put("/vantra/playlist/archive/2006/20060303.htm", Friday);
-        site_.Put("/vantra/playlist/archive/2006/20060304.htm", Night);
+        site_.PutArchived("20060303", Friday);
+        site_.PutArchived("20060304", Night);
         folder_.Write("SearchList.txt", "\"\"\t\"Beatles\"\r\n");
     }
+
+    const std::string matchesOfMarch_ = Json(
+        "{'show':'friday','date':'2006-03-03','time':665,'clock':'11:05pm','estimated':false,"
+        "'title':'Yesterday','artist':'The Beatles','comment':'live','matched':true}\n"
+        "{'show':'saturdayMorning','date':'2006-03-04','time':690,'clock':'11:30pm',"
+        "'estimated':false,'title':'Help','artist':'Beatles','comment':null,'matched':true}\n"
+        "{'show':'saturdayNight','date':'2006-03-04','time':690,'clock':'11:30pm',"
+        "'estimated':false,'title':'Help','artist':'Beatles','comment':null,'matched':true}\n");
 };
 
-constexpr const char* MatchesOfMarch =
-    "{\"show\":\"friday\",\"date\":\"2006-03-03\",\"time\":665,\"clock\":\"11:05pm\","
-    "\"estimated\":false,\"title\":\"Yesterday\",\"artist\":\"The Beatles\",\"comment\":\"live\","
-    "\"matched\":true}\n"
-    "{\"show\":\"saturdayMorning\",\"date\":\"2006-03-04\",\"time\":690,\"clock\":\"11:30pm\","
-    "\"estimated\":false,\"title\":\"Help\",\"artist\":\"Beatles\",\"comment\":null,"
-    "\"matched\":true}\n"
-    "{\"show\":\"saturdayNight\",\"date\":\"2006-03-04\",\"time\":690,\"clock\":\"11:30pm\","
-    "\"estimated\":false,\"title\":\"Help\",\"artist\":\"Beatles\",\"comment\":null,"
-    "\"matched\":true}\n";
-
 TEST_F(WeekendTest, TellsTheCurrentWeekend) {
-    const CliResult json = Run({"weekend", "--at", "2006-03-03 13:00:00", "--json"});
-    EXPECT_EQ(json.status, Found);
-    EXPECT_EQ(json.out,
-              "{\"anchor\":1141387200,\"saturdayMorning\":1141452000,\"saturdayNight\":1141473600,"
-              "\"weekendOver\":false,\"shows\":["
-              "{\"slot\":\"friday\",\"time\":1141387200,\"cacheName\":\"20060303.htm\",\"address\":"
-              "\"http://site.test/vantra/playlist/archive/2006/20060303.htm\"},"
-              "{\"slot\":\"saturdayMorning\",\"time\":1141452000,\"cacheName\":\"20060304am.htm\","
-              "\"address\":\"http://site.test/vantra/playlist/archive/2006/20060304.htm\"},"
-              "{\"slot\":\"saturdayNight\",\"time\":1141473600,\"cacheName\":\"20060304.htm\","
-              "\"address\":\"http://site.test/vantra/playlist/archive/2006/20060304.htm\"}]}\n");
-    EXPECT_THAT(Run({"weekend", "--at", "2006-03-03 12:59:59", "--json"}).out,
+    EXPECT_EQ(Out({"weekend", "--at", "2006-03-03 13:00:00", "--json"}),
+              Json("{'anchor':1141387200,'saturdayMorning':1141452000,'saturdayNight':1141473600,"
+                   "'weekendOver':false,'shows':["
+                   "{'slot':'friday','time':1141387200,'cacheName':'20060303.htm',"
+                   "'address':'http://site.test/vantra/playlist/archive/2006/20060303.htm'},"
+                   "{'slot':'saturdayMorning','time':1141452000,'cacheName':'20060304am.htm',"
+                   "'address':'http://site.test/vantra/playlist/archive/2006/20060304.htm'},"
+                   "{'slot':'saturdayNight','time':1141473600,'cacheName':'20060304.htm',"
+                   "'address':'http://site.test/vantra/playlist/archive/2006/20060304.htm'}]}\n"));
+    EXPECT_THAT(Out({"weekend", "--at", "2006-03-03 12:59:59", "--json"}),
                 HasSubstr("{\"anchor\":1140782400"));
-    EXPECT_THAT(Run({"weekend"}).out, HasSubstr("20060310.htm"));  // now
+    EXPECT_THAT(Out({"weekend"}), HasSubstr("20060310.htm"));  // now
     // Offline, an address comes from the cached index, or from no index at all.
     folder_.Write("Cache/lists2008.htm", " <a href=\"http://x.test/7\"> night 7 Mar\n");
-    const CliResult offline =
-        Run({"weekend", "--at", "2008-03-07 13:00:00", "--offline", "--json"});
-    EXPECT_THAT(offline.out, HasSubstr("\"address\":\"http://x.test/7\""));
+    EXPECT_THAT(Out({"weekend", "--at", "2008-03-07 13:00:00", "--offline", "--json"}),
+                HasSubstr("\"address\":\"http://x.test/7\""));
     EXPECT_EQ(site_.Asked(), Asked{});
 }
 
 TEST_F(WeekendTest, ListsResultsShowByShow) {
     PutWeekend();
-    const CliResult json = Run({"results", "2006-03-05", "--json"});
-    EXPECT_EQ(json.status, Found);
-    EXPECT_EQ(json.out, MatchesOfMarch);
-    EXPECT_EQ(json.err, "");
+    EXPECT_EQ(Run({"results", "2006-03-05", "--json"}), (CliResult{Found, matchesOfMarch_, ""}));
     EXPECT_EQ(folder_.Names("Cache"),
               (std::set<std::string>{"20060303.htm", "20060304am.htm", "20060304.htm"}));
 
     folder_.Write("SearchList.txt", "\"Help\"\t\"\"\r\n");
-    EXPECT_EQ(Run({"results", "2006-03-03", "--offline"}).out,
+    EXPECT_EQ(Out({"results", "2006-03-03", "--offline"}),
               "Friday night, 3 March 2006\n"
               "           <No matches>\n"
               "Saturday morning, 4 March 2006\n"
               "  11:30pm  Help  Beatles\n"
               "Saturday night, 4 March 2006\n"
               "  11:30pm  Help  Beatles\n");
-    EXPECT_THAT(Run({"results", "2006-03-03", "--all", "--offline"}).out,
+    EXPECT_THAT(Out({"results", "2006-03-03", "--all", "--offline"}),
                 HasSubstr("   11:05pm  Yesterday "));
-    EXPECT_EQ(Run({"results", "2006-03-03", "--data-folder", folder_.Path("new/one")}).status,
+    EXPECT_EQ(Status({"results", "2006-03-03", "--data-folder", folder_.Path("new/one")}),
               NothingFound);
     EXPECT_TRUE(folder_.Names("new/one/Cache").contains("20060303.htm"));
     folder_.Write("SearchList.txt", "\"Nothing\"\t\"\"\r\n");
-    EXPECT_EQ(Run({"results", "2006-03-03", "--offline"}).status, NothingFound);
-    EXPECT_EQ(Run({"results", "2006-03-03", "--offline", "--csv"}).out,
+    EXPECT_EQ(Status({"results", "2006-03-03", "--offline"}), NothingFound);
+    EXPECT_EQ(Out({"results", "2006-03-03", "--offline", "--csv"}),
               "show,date,time,clock,estimated,title,artist,comment,matched\r\n");
 }
 
 TEST_F(WeekendTest, FallsBackOneWeekAndSaysWhenNothingCanBeHad) {
     PutWeekend();  // a week old: that of today is not out yet
-    EXPECT_EQ(Run({"results", "--json"}).out, MatchesOfMarch);
+    EXPECT_EQ(Out({"results", "--json"}), matchesOfMarch_);
 
-    const CliResult nothing = Run({"results", "2006-02-25"});
-    EXPECT_EQ(nothing.status, Trouble);
-    EXPECT_EQ(nothing.out, "");
-    EXPECT_EQ(nothing.err,
-              "ostrova-cli: Failed to download the playlists of the weekend of 24 February 2006.\n"
-              "ostrova-cli: Friday night, 24 February 2006: the site has no such page.\n"
-              "ostrova-cli: Saturday morning, 25 February 2006: the site has no such page.\n"
-              "ostrova-cli: Saturday night, 25 February 2006: the site has no such page.\n");
+    const std::string none = "the site has no such page.\n";
+    EXPECT_EQ(
+        Run({"results", "2006-02-25"}),
+        (CliResult{
+            Trouble, "",
+            "ostrova-cli: Failed to download the playlists of the weekend of 24 February 2006.\n"
+            "ostrova-cli: Friday night, 24 February 2006: " +
+                none + "ostrova-cli: Saturday morning, 25 February 2006: " + none +
+                "ostrova-cli: Saturday night, 25 February 2006: " + none}));
+    // Of a weekend to come nothing is fetched: the current pages would be kept under its names.
+    site_.Forget();
+    ExpectTrouble({"results", "2031-01-01"}, "The weekend of 27 December 2030 has not begun");
+    EXPECT_EQ(site_.Asked(), Asked{});
     clock_.SetWallClock(1142600400);  // a week later: neither is there
-    EXPECT_THAT(Run({"results"}).err,
-                HasSubstr("Failed to download Vantra playlists.\n\nMake sure"));
+    ExpectTrouble({"results"}, "Failed to download Vantra playlists.\n\nMake sure");
 }
 
 TEST_F(WeekendTest, TellsWhichShowsAreMissingFromTheResults) {
     PutWeekend();
-    const auto night = "/vantra/playlist/archive/2006/20060304.htm";
     const auto show = [&](int status, std::initializer_list<const char*> options = {}) {
-        site_.Put(night, testing::CannedSite::Answer{.status = status});
+        site_.PutArchived("20060304", {.status = status});
         std::vector<std::string> arguments = {"results", "2006-03-03"};
         arguments.insert(arguments.end(), options.begin(), options.end());
         return Run(arguments);
@@ -123,37 +117,25 @@ TEST_F(WeekendTest, TellsWhichShowsAreMissingFromTheResults) {
     EXPECT_THAT(offline.err, EndsWith("Saturday night, 4 March 2006: not in the cache.\n"));
 
     folder_.Write("other/Cache", "");  // nothing can be kept here
-    const CliResult unkept = Run({"results", "2006-03-03", "--data-folder", folder_.Path("other")});
-    EXPECT_EQ(unkept.status, Trouble);
-    EXPECT_THAT(unkept.err, HasSubstr("the page could not be written: Not a directory."));
-}
-
-TEST_F(WeekendTest, FetchesNothingForAWeekendToCome) {
-    // The pages of the current shows would be kept under the names of that weekend.
-    const CliResult result = Run({"results", "2031-01-01"});
-    EXPECT_EQ(result.status, Trouble);
-    EXPECT_THAT(result.err, HasSubstr("The weekend of 27 December 2030 has not begun"));
-    EXPECT_EQ(site_.Asked(), Asked{});
+    ExpectTrouble({"results", "2006-03-03", "--data-folder", folder_.Path("other")},
+                  "the page could not be written: Not a directory.");
 }
 
 TEST_F(WeekendTest, ReadsTheGuestFromSiteOrFile) {
     const std::string page = "<td>3 &amp; 4 March</td><td><a href=\"mel.htm\">Mel & Co</a></td>\n";
     site_.Put("/vantra/guest/2006/default.htm", page);
-    const char* const expected =
-        "{\"text\":\"Mel & Co (click for more info)\","
-        "\"link\":\"http://site.test/vantra/guest/2006/mel.htm\",\"bothNights\":true}\n";
-    EXPECT_EQ(Run({"guest", "2006-03-04", "--json"}).out, expected);
+    const std::string expected = Json(
+        "{'text':'Mel & Co (click for more info)',"
+        "'link':'http://site.test/vantra/guest/2006/mel.htm','bothNights':true}\n");
+    EXPECT_EQ(Out({"guest", "2006-03-04", "--json"}), expected);
     const auto file = folder_.Write("g.htm", page);
     const std::string address = "http://site.test/vantra/guest/2006/default.htm";
-    EXPECT_EQ(Run({"guest", "2006-03-04", "--json", "--year-page", file, "--address", address}).out,
+    EXPECT_EQ(Out({"guest", "2006-03-04", "--json", "--year-page", file, "--address", address}),
               expected);
-    const CliResult none =
-        Run({"guest", "2006-04-01", "--json", "--year-page", file, "--address", address});
-    EXPECT_EQ(none.status, NothingFound);
-    EXPECT_EQ(none.out, "{\"text\":null,\"link\":null,\"bothNights\":false}\n");
-    EXPECT_EQ(Run({"guest", "2005-03-04"}).err,
-              "ostrova-cli: Failed to download that weekend's guest page.\n");
-    EXPECT_EQ(Run({"guest", "2005-03-04", "--offline"}).status, Trouble);
+    EXPECT_EQ(Run({"guest", "2006-04-01", "--json", "--year-page", file, "--address", address}),
+              (CliResult{NothingFound, Json("{'text':null,'link':null,'bothNights':false}\n")}));
+    ExpectTrouble({"guest", "2005-03-04"}, "Failed to download that weekend's guest page.\n");
+    EXPECT_EQ(Status({"guest", "2005-03-04", "--offline"}), Trouble);
 }
 
 TEST_F(WeekendTest, SearchesTheWholeCacheInOrder) {
@@ -162,23 +144,20 @@ TEST_F(WeekendTest, SearchesTheWholeCacheInOrder) {
     folder_.Write("Cache/20060303.htm", Friday);
     folder_.Write("Cache/20050101.htm", "<td>Help - Somebody\n");
     folder_.Write("Cache/20060303.htm.part", Friday);
-    const CliResult json = Run({"search", "--artist", "BEATLES", "--json"});
-    EXPECT_EQ(json.status, Found);
-    EXPECT_EQ(json.out, MatchesOfMarch);
-    EXPECT_EQ(Run({"search", "--title", "help", "--to", "2006-03-04"}).out,
+    EXPECT_EQ(Run({"search", "--artist", "BEATLES", "--json"}),
+              (CliResult{Found, matchesOfMarch_}));
+    EXPECT_EQ(Out({"search", "--title", "help", "--to", "2006-03-04"}),
               "Saturday night, 1 January 2005\n"
               " ~12:04am  Help  Somebody\n"
               "Saturday morning, 4 March 2006\n"
               "  11:30pm  Help  Beatles\n"
               "Saturday night, 4 March 2006\n"
               "  11:30pm  Help  Beatles\n");
-    EXPECT_EQ(Run({"search", "--title", "help", "--artist", "x"}).status, NothingFound);
-    EXPECT_EQ(Run({"search", "--title", "help", "--from", "2006-03-05"}).status, NothingFound);
+    EXPECT_EQ(Status({"search", "--title", "help", "--artist", "x"}), NothingFound);
+    EXPECT_EQ(Status({"search", "--title", "help", "--from", "2006-03-05"}), NothingFound);
     folder_.Write("other/Cache", "");  // no folder
-    const CliResult unreadable =
-        Run({"search", "--title", "help", "--data-folder", folder_.Path("other")});
-    EXPECT_EQ(unreadable.status, Trouble);
-    EXPECT_THAT(unreadable.err, EndsWith("/other': Not a directory\n"));
+    ExpectTrouble({"search", "--title", "help", "--data-folder", folder_.Path("other")},
+                  "/other': Not a directory\n");
     const CliResult noList = Run({"search"});
     EXPECT_EQ(noList.status, NothingFound);
     EXPECT_THAT(noList.err, HasSubstr("is empty"));
@@ -186,22 +165,22 @@ TEST_F(WeekendTest, SearchesTheWholeCacheInOrder) {
 }
 
 TEST_F(WeekendTest, FetchesARangeAndTellsWhatIsMissing) {
-    site_.Put("/vantra/playlist/archive/2006/20060303.htm", Friday);
-    const CliResult json = Run({"fetch", "--from", "2006-03-01", "--to", "2006-03-05", "--json"});
-    EXPECT_EQ(json.status, Found);
-    EXPECT_EQ(json.out,
-              "{\"page\":\"20060303.htm\",\"status\":\"fetched\"}\n"
-              "{\"page\":\"20060304am.htm\",\"status\":\"missing\"}\n"
-              "{\"page\":\"20060304.htm\",\"status\":\"missing\"}\n");
-    EXPECT_EQ(json.err,
-              "ostrova-cli: 1 fetched, 0 already cached, 2 missing on the site, 0 failed.\n");
-    EXPECT_EQ(Run({"fetch", "--from", "2006-03-03", "--to", "2006-03-03", "--json"}).out,
-              "{\"page\":\"20060303.htm\",\"status\":\"cached\"}\n");
-    EXPECT_EQ(Run({"fetch", "--from", "2006-03-04", "--to", "2006-03-05"}).status, NothingFound);
-    site_.Put("/vantra/playlist/archive/2006/20060304.htm", {.status = 500});
-    const CliResult failed = Run({"fetch", "--from", "2006-03-03", "--to", "2006-03-04"});
-    EXPECT_EQ(failed.status, Trouble);
-    EXPECT_THAT(failed.err, HasSubstr("20060304am.htm: the server answered 500\n"));
+    site_.PutArchived("20060303", Friday);
+    EXPECT_EQ(Run({"fetch", "--from", "2006-03-01", "--to", "2006-03-05", "--json"}),
+              (CliResult{
+                  Found,
+                  Json("{'page':'20060303.htm','status':'fetched'}\n"
+                       "{'page':'20060304am.htm','status':'missing'}\n"
+                       "{'page':'20060304.htm','status':'missing'}\n"),
+                  "ostrova-cli: 1 fetched, 0 already cached, 2 missing on the site, 0 failed.\n"}));
+    EXPECT_EQ(Run({"fetch", "--from", "2006-03-03", "--to", "2006-03-03", "--json"}),
+              (CliResult{
+                  Found, Json("{'page':'20060303.htm','status':'cached'}\n"),
+                  "ostrova-cli: 0 fetched, 1 already cached, 0 missing on the site, 0 failed.\n"}));
+    EXPECT_EQ(Status({"fetch", "--from", "2006-03-04", "--to", "2006-03-05"}), NothingFound);
+    site_.PutArchived("20060304", {.status = 500});
+    ExpectTrouble({"fetch", "--from", "2006-03-03", "--to", "2006-03-04"},
+                  "20060304am.htm: the server answered 500\n");
 }
 
 TEST_F(WeekendTest, EndsByTheSignalThatCameAndKeepsWholePages) {
@@ -209,9 +188,7 @@ TEST_F(WeekendTest, EndsByTheSignalThatCameAndKeepsWholePages) {
     site_.onRequest = [this](int count) {
         if (count == 2) stopSignal_ = 2;
     };
-    const CliResult result =
-        Run({"fetch", "--from", "2006-03-03", "--to", "2006-03-04", "--jobs", "1"});
-    EXPECT_EQ(result.status, 130);
+    EXPECT_EQ(Status({"fetch", "--from", "2006-03-03", "--to", "2006-03-04", "--jobs", "1"}), 130);
     EXPECT_TRUE(folder_.Names("Cache").contains("20060303.htm"));
     EXPECT_EQ(Run({"results"}).err, "");  // what fails for that reason is not told
 }

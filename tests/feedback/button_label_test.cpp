@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
+#include "tests/support/rows.h"
 
 namespace ostrova::feedback {
 namespace {
@@ -22,11 +22,7 @@ std::string Summary(const ButtonLabel& label) {
 }
 
 TEST(ButtonLabel, ReadsMarksInTheirPlacesAndLeavesTheCaption) {
-    struct Case {
-        std::string_view label;
-        std::string_view parts;
-    };
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [label, parts] : testing::Rows<std::string_view, std::string_view>{
              {"", "[]"},
              {"OK", "[OK]"},
              {"+Browse", "default [Browse]"},
@@ -42,7 +38,7 @@ TEST(ButtonLabel, ReadsMarksInTheirPlacesAndLeavesTheCaption) {
              {"==Equals", "key== [Equals]"},
              {"=", "[]"},
          }) {
-        EXPECT_EQ(Summary(ParseButtonLabel(c.label)), c.parts) << c.label;
+        EXPECT_EQ(Summary(ParseButtonLabel(label)), parts) << label;
     }
 }
 

@@ -2,9 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
 #include <limits>
 #include <ostream>
+
+#include "tests/support/rows.h"
 
 namespace ostrova::feedback {
 
@@ -37,12 +38,7 @@ TEST(Duration, StopsAtWhatSixtyFourBitsHold) {
 }
 
 TEST(Duration, DividesWithHalvesAwayFromZero) {
-    struct Case {
-        Duration span;
-        double divisor;
-        Duration quotient;
-    };
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [span, divisor, quotient] : testing::Rows<Duration, double, Duration>{
              {{0, 3460}, 0.5, {0, 6920}},
              {{1, 0}, 2, {0, Day / 2}},
              {{3, 500}, 2, {1, Day / 2 + 250}},
@@ -56,42 +52,32 @@ TEST(Duration, DividesWithHalvesAwayFromZero) {
              {{5, 5}, std::numeric_limits<double>::quiet_NaN(), {0, 0}},
              {{5, 5}, std::numeric_limits<double>::infinity(), {0, 0}},
          }) {
-        EXPECT_EQ(c.span / c.divisor, c.quotient)
-            << c.span.days << " " << c.span.milliseconds << " / " << c.divisor;
+        EXPECT_EQ(span / divisor, quotient)
+            << span.days << " " << span.milliseconds << " / " << divisor;
     }
 }
 
 TEST(FormatDuration, NamesTheTwoLargestUnits) {
-    struct Case {
-        Duration span;
-        std::string_view text;
-    };
-    for (const Case& c : std::initializer_list<Case>{
-             {{0, 0}, "0.00 seconds"},
-             {{0, 3456}, "3.46 seconds"},
-             {{0, 1000}, "1.00 seconds"},
-             {{0, 59'999}, "60.00 seconds"},
-             {{0, 65'000}, "1 minute, 5.00 seconds"},
-             {{0, 3'700'000}, "1 hour, 1 minute"},
-             {{0, 7'200'000}, "2 hours"},
-             {{0, 7'259'999}, "2 hours"},
-             {{1, 0}, "1 day"},
-             {{1, 1'800'000}, "1 day"},
-             {{2, 10'800'000}, "2 days, 3 hours"},
-             {{45, Day - 1}, "1 month, 15 days"},
-             {{365, 0}, "12 months"},
-             {{366, 0}, "1 year, "},
-             {{400, 0}, "1 year, 1 month"},
-             {{731, 0}, "2 years, "},
-             {{547'875, 0}, "1500 years, "},
-             {{547'925, 0}, "1500 years, 1 month"},
-             {{730'400, 0}, "1999 years, 8 months"},
-             {{913'125, 0}, "2 millennia"},
-             {{0, -5000}, "-5.00 seconds"},
-             {{0, -65'000}, "-1 minute, 5.00 seconds"},
-             {{-2, -10'800'000}, "-2 days, 3 hours"},
-         }) {
-        EXPECT_EQ(FormatDuration(c.span), c.text) << c.span.days << " " << c.span.milliseconds;
+    const testing::Rows<std::int64_t, std::int64_t, std::string_view> cases = {
+        {0, 3456, "3.46 seconds"},
+        {0, 59'999, "60.00 seconds"},
+        {0, 65'000, "1 minute, 5.00 seconds"},
+        {0, 3'700'000, "1 hour, 1 minute"},
+        {0, 7'200'000, "2 hours"},
+        {0, 7'259'999, "2 hours"},
+        {1, 1'800'000, "1 day"},
+        {2, 10'800'000, "2 days, 3 hours"},
+        {45, Day - 1, "1 month, 15 days"},
+        {365, 0, "12 months"},
+        {366, 0, "1 year, "},
+        {400, 0, "1 year, 1 month"},
+        {547'925, 0, "1500 years, 1 month"},
+        {730'400, 0, "1999 years, 8 months"},
+        {913'125, 0, "2 millennia"},
+        {0, -5000, "-5.00 seconds"},
+        {-2, -10'800'000, "-2 days, 3 hours"}};
+    for (const auto& [days, milliseconds, text] : cases) {
+        EXPECT_EQ(FormatDuration({days, milliseconds}), text) << days << " " << milliseconds;
     }
 }
 

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <limits>
 
 #include "tests/support/fake_clock.h"
+#include "tests/support/progress_screen.h"
 #include "tests/support/recorder.h"
 
 namespace ostrova::feedback {
@@ -13,47 +13,8 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-/// What the user does with the view, and what the view was told.
-struct Screen {
-    bool paused = false;
-    bool cancelled = false;
-    int created = 0;
-    int open = 0;
-    Lines shown;
-    std::function<void()> onPump;
-    std::function<void()> onWait;
-};
-
-class FakeView final : public ProgressView {
-public:
-    explicit FakeView(Screen& screen) : screen_(&screen) {
-        ++screen_->created;
-        ++screen_->open;
-        screen_->cancelled = false;  // a new view's buttons are untouched
-    }
-    ~FakeView() override { --screen_->open; }
-    FakeView(const FakeView&) = delete;
-    FakeView& operator=(const FakeView&) = delete;
-
-    void SetMessage(const std::string& text) override { screen_->shown.push_back(text); }
-    void SetTimeTaken(const std::string& text) override { screen_->shown.push_back(text); }
-    void SetTimeRemaining(const std::string& text) override { screen_->shown.push_back(text); }
-    void SetPosition(int position) override { screen_->shown.push_back(std::to_string(position)); }
-    void PumpMessages() override {
-        if (screen_->onPump) screen_->onPump();
-    }
-    void WaitMessage() override { screen_->onWait(); }
-    [[nodiscard]] bool IsPaused() const override { return screen_->paused; }
-    [[nodiscard]] bool IsCancelled() const override { return screen_->cancelled; }
-
-private:
-    Screen* screen_;
-};
-
-class ProgressTest : public ::testing::Test, public ProgressViewFactory {
+class ProgressTest : public ::testing::Test {
 protected:
-    std::unique_ptr<ProgressView> Create() override { return std::make_unique<FakeView>(screen_); }
-
     /// What one update shows.
     Lines Shown(double fraction) {
         screen_.shown.clear();
@@ -61,11 +22,11 @@ protected:
         return screen_.shown;
     }
 
-    Screen screen_;
+    testing::ProgressScreen screen_;
     testing::FakeClock clock_{0};
     testing::MessageRecorder recorder_;
     Messages messages_{recorder_};
-    Progress progress_{clock_, *this, messages_};
+    Progress progress_{clock_, screen_, messages_};
 };
 
 TEST_F(ProgressTest, ShortWorkShowsNothing) {

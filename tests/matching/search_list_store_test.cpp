@@ -10,6 +10,7 @@
 
 #include "tests/support/environment.h"
 #include "tests/support/recorder.h"
+#include "tests/support/rows.h"
 #include "tests/support/temp_folder.h"
 
 namespace ostrova::matching {
@@ -32,6 +33,10 @@ protected:
     [[nodiscard]] std::string Data() const { return root.Path("data/SearchList.txt"); }
     [[nodiscard]] std::string Beside() const { return root.Path("top/bin/SearchList.txt"); }
 
+    /// A file that is too large to be a list.
+    void MakeHuge() const {
+        std::filesystem::resize_file(root.Write("data/SearchList.txt", "x"), (64u << 20) + 1);
+    }
     /// The data folder can't be written to by anyone, root included: it isn't there.
     void LoseDataFolder() const { std::filesystem::remove_all(root.Path("data")); }
     /// Nor can the program's: a folder has the list's name.
@@ -52,6 +57,8 @@ protected:
 
 TEST_F(SearchListStore, ReadsTheDataFolderThenBesideTheProgramThenAbove) {
     EXPECT_THAT(LoadSearchList(places, messages), IsEmpty());
+    EXPECT_EQ(Fill().path, "");
+    EXPECT_EQ(rows.RowCount(), 1u);  // no file leaves the rows
     for (const char* place :
          {"top/SearchList.txt", "top/bin/SearchList.txt", "data/SearchList.txt"}) {
         root.Write(place, "\"" + std::string(place) + "\"\n\"second\"");
@@ -64,12 +71,6 @@ TEST_F(SearchListStore, ReadsTheDataFolderThenBesideTheProgramThenAbove) {
     }
     EXPECT_THAT(said.Said(), IsEmpty());
     EXPECT_EQ(folder, root.Path("data"));
-}
-
-TEST_F(SearchListStore, NoFileLeavesTheRowsAndSaysNothing) {
-    EXPECT_EQ(Fill().path, "");
-    EXPECT_EQ(rows.RowCount(), 1u);
-    EXPECT_THAT(said.Said(), IsEmpty());
 }
 
 TEST_F(SearchListStore, SavesInTheDataFolder) {
@@ -110,40 +111,30 @@ TEST_F(SearchListStore, AsksForAFolderUntilOneTakesTheList) {
     EXPECT_THAT(said.questions[0].labels, ElementsAre("+Browse", "-Discard my changes"));
 }
 
-TEST_F(SearchListStore, NamesOnePlaceWhenBothAreTheSame) {
-    folder = root.Path("top/BIN");
-    BlockProgramFolder();
-    said.questionAnswers = {1};
-    EXPECT_FALSE(Save());
-    EXPECT_THAT(said.Said(),
-                ElementsAre("Question: Couldn't save your list of favourite songs/artists to\n" +
-                            root.Path("top/BIN/SearchList.txt") +
-                            "\n\nWould you like to browse to another folder?"));
-}
-
 TEST_F(SearchListStore, GivesUpWhenTheUserDoes) {
     LoseDataFolder();
     BlockProgramFolder();
-    for (const int answer : {1, -1}) {
-        said.questionAnswers = {answer};
-        EXPECT_FALSE(Save());
-    }
-    said.questionAnswers = {0};
+    said.questionAnswers = {1, -1, 0, 1};
     said.folderAnswers = {std::nullopt};
-    EXPECT_FALSE(Save());
+    for (int i = 0; i < 3; ++i) EXPECT_FALSE(Save());
     EXPECT_EQ(folder, root.Path("data"));
     EXPECT_EQ(said.Said().size(), 4u);
+
+    folder = root.Path("top/BIN");  // both places are the same: one is named
+    EXPECT_FALSE(Save());
+    EXPECT_EQ(said.Said().back(),
+              "Question: Couldn't save your list of favourite songs/artists to\n" +
+                  root.Path("top/BIN/SearchList.txt") +
+                  "\n\nWould you like to browse to another folder?");
 }
 
 TEST_F(SearchListStore, AListThatCouldNotBeReadIsNeverSavedOver) {
     const std::string error = "Error: Couldn't load your search list from\n" + Data();
-    const auto isHuge = [this] {
-        std::filesystem::resize_file(root.Write("data/SearchList.txt", "x"), (64u << 20) + 1);
-    };
+    const auto isHuge = [this] { MakeHuge(); };
     const auto isFifo = [this] { ASSERT_EQ(::mkfifo(Data().c_str(), 0600), 0); };
     const auto isFolder = [this] { std::filesystem::create_directory(Data()); };
     for (const std::function<void()>& make :
-         {std::function<void()>(isHuge), {isFifo}, {isFolder}}) {
+         std::initializer_list<std::function<void()>>{isHuge, isFifo, isFolder}) {
         std::filesystem::remove(Data());
         make();
         EXPECT_THAT(LoadSearchList(places, messages), IsEmpty());
@@ -164,7 +155,7 @@ TEST_F(SearchListStore, AListThatCouldNotBeReadIsNeverSavedOver) {
 }
 
 TEST_F(SearchListStore, AnUnreadableListIsKnownUnderAnotherNameAndFreeOnceItIsGone) {
-    std::filesystem::resize_file(root.Write("data/SearchList.txt", "x"), (64u << 20) + 1);
+    MakeHuge();
     const LoadedList loaded = Fill();
     std::filesystem::create_symlink(Data(), Beside());
     EXPECT_FALSE(Save(loaded));
@@ -177,6 +168,8 @@ TEST_F(SearchListStore, AnUnreadableListIsKnownUnderAnotherNameAndFreeOnceItIsGo
 TEST_F(SearchListStore, KeepsAVersionThatAnotherProgramWroteMeanwhile) {
     const testing::TimeZone zone("UTC");
     root.Write("data/SearchList.txt", "\"old\"\n");
+    EXPECT_TRUE(Save(Fill()));
+    EXPECT_THAT(root.Names("data"), ElementsAre("SearchList.txt"));  // nothing of what was read
     const LoadedList loaded = Fill();
     const auto change = [this](std::string_view bytes) {
         root.Write("data/SearchList.txt", bytes);
@@ -187,20 +180,12 @@ TEST_F(SearchListStore, KeepsAVersionThatAnotherProgramWroteMeanwhile) {
     EXPECT_TRUE(Save(loaded));
     change("\"theirs again\"\n");
     EXPECT_TRUE(Save(loaded));
-    EXPECT_EQ(testing::FileBytes(root.Path("data/SearchList (changed 2026-07-31 12.34.56).txt")),
-              "\"theirs\"\n");
-    EXPECT_EQ(
-        testing::FileBytes(root.Path("data/SearchList (changed 2026-07-31 12.34.56) (2).txt")),
-        "\"theirs again\"\n");
+    const std::string kept = root.Path("data/SearchList (changed 2026-07-31 12.34.56)");
+    EXPECT_EQ(testing::FileBytes(kept + ".txt"), "\"theirs\"\n");
+    EXPECT_EQ(testing::FileBytes(kept + " (2).txt"), "\"theirs again\"\n");
     EXPECT_EQ(testing::FileBytes(Data()), "\"old\"\t\"\"\r\n");
     EXPECT_EQ(root.Names("data").size(), 3u);
     EXPECT_THAT(said.Said(), IsEmpty());
-}
-
-TEST_F(SearchListStore, KeepsNothingOfTheVersionThatWasRead) {
-    root.Write("data/SearchList.txt", "\"old\"\n");
-    EXPECT_TRUE(Save(Fill()));
-    EXPECT_THAT(root.Names("data"), ElementsAre("SearchList.txt"));
 }
 
 TEST_F(SearchListStore, KeepsAListThatTurnedUpWhereNoneWas) {
@@ -210,11 +195,6 @@ TEST_F(SearchListStore, KeepsAListThatTurnedUpWhereNoneWas) {
     EXPECT_EQ(root.Names("data").size(), 2u);
     EXPECT_EQ(testing::FileBytes(Data()), HelpLine);
 }
-
-struct AddCase {
-    SearchEntry entry;
-    std::string said;  // empty: added
-};
 
 TEST(AddSearchEntry, RefusesBlanksSameTextsAndSameKeys) {
     const std::string blank =
@@ -226,7 +206,7 @@ TEST(AddSearchEntry, RefusesBlanksSameTextsAndSameKeys) {
                "The following item will already find the same results:\n\nSong: \"" +
                song + "\"\nArtist: \"" + artist + "\"";
     };
-    for (const AddCase& c : std::initializer_list<AddCase>{
+    for (const auto& [entry, error] : testing::Rows<SearchEntry, std::string>{
              {{"", ""}, blank},
              {{" \t", "\n"}, blank},
              {{"", "the beatles"}, same},
@@ -234,22 +214,22 @@ TEST(AddSearchEntry, RefusesBlanksSameTextsAndSameKeys) {
              {{" ", "The Beatles"}, redundant("", "The Beatles")},
              {{"Color", "X"}, redundant("Colours", "X")},
              {{"COLOURS", "x"}, same},
-             {{"Help", "The Beatles"}, ""},  // a row that finds more does not stop it
+             {{"Help", "The Beatles"}, ""},  // added: a row that finds more does not stop it
              {{"Colours", ""}, ""},
          }) {
-        SCOPED_TRACE(c.entry.song + ", " + c.entry.artist);
+        SCOPED_TRACE(entry.song + ", " + entry.artist);
         testing::MessageRecorder said;
         feedback::Messages messages(said);
         PlainRows rows;
         rows.InsertAtTop({"Colours", "X"});
         rows.InsertAtTop({"", "The Beatles"});
-        EXPECT_EQ(AddSearchEntry(rows, c.entry, messages), c.said.empty());
-        if (c.said.empty()) {
+        EXPECT_EQ(AddSearchEntry(rows, entry, messages), error.empty());
+        if (error.empty()) {
             EXPECT_THAT(said.Said(), IsEmpty());
-            EXPECT_EQ(rows.Rows().front(), c.entry);
+            EXPECT_EQ(rows.Rows().front(), entry);
             EXPECT_EQ(rows.Selected(), 0u);
         } else {
-            EXPECT_THAT(said.Said(), ElementsAre(c.said));
+            EXPECT_THAT(said.Said(), ElementsAre(error));
             EXPECT_EQ(rows.RowCount(), 2u);
         }
     }

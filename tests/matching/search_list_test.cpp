@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/support/rows.h"
+
 namespace ostrova::matching {
 
 void PrintTo(const SearchEntry& entry, std::ostream* out) {
@@ -16,11 +18,7 @@ using ::testing::ElementsAre;
 using Entries = std::vector<SearchEntry>;
 
 TEST(SearchListFile, ReadsFieldsWithAndWithoutQuotes) {
-    struct Case {
-        std::string_view bytes;
-        Entries entries;
-    };
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [bytes, entries] : testing::Rows<std::string_view, Entries>{
              {"\"Help\"\t\"Beatles\"\r\n", {{"Help", "Beatles"}}},
              {"\"Help\"\t\"Beatles\"\n\"\"\t\"X\"", {{"Help", "Beatles"}, {"", "X"}}},
              {"\"a \\\"b\\\" \\\\c\"\t\"\\d\"\n", {{"a \"b\" \\c", "d"}}},
@@ -37,7 +35,7 @@ TEST(SearchListFile, ReadsFieldsWithAndWithoutQuotes) {
              {"\"lone\rCR\"\r\n", {{"lone\rCR", ""}}},
              {"", {}},
          }) {
-        EXPECT_EQ(ReadSearchEntries(std::string(c.bytes)), c.entries) << c.bytes;
+        EXPECT_EQ(ReadSearchEntries(std::string(bytes)), entries) << bytes;
     }
 }
 

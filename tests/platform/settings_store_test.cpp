@@ -37,13 +37,12 @@ TEST(IniStore, GivesBackEveryTextAndNumber) {
     ASSERT_TRUE(store->Write(changes));
     const auto other = OpenIniStore(path);
     ASSERT_TRUE(other->Load());
-    for (const auto& change : changes) {
-        SCOPED_TRACE(change.name);
-        if (const auto* number = std::get_if<std::int32_t>(&change.value)) {
-            EXPECT_EQ(other->ReadNumber(change.section, change.name), *number);
+    for (const auto& [section, name, value] : changes) {
+        SCOPED_TRACE(name);
+        if (const auto* number = std::get_if<std::int32_t>(&value)) {
+            EXPECT_EQ(other->ReadNumber(section, name), *number);
         } else {
-            EXPECT_EQ(other->ReadText(change.section, change.name),
-                      std::get<std::string>(change.value));
+            EXPECT_EQ(other->ReadText(section, name), std::get<std::string>(value));
         }
     }
     EXPECT_EQ(folder.Names("Kelvane"), std::set<std::string>{"Ostrova.conf"});

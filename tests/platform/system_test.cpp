@@ -5,11 +5,9 @@
 #include <sys/stat.h>
 
 #include <atomic>
-#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <memory>
-#include <set>
 #include <thread>
 
 #include "platform/clock.h"
@@ -20,6 +18,7 @@
 #include "platform/window_lock.h"
 #include "tests/support/child_process.h"
 #include "tests/support/environment.h"
+#include "tests/support/rows.h"
 #include "tests/support/temp_folder.h"
 #include "util/text.h"
 
@@ -29,6 +28,9 @@ namespace {
 using testing::ChildProcess;
 using testing::EnvironmentVariable;
 using testing::FileBytes;
+using ::testing::HasSubstr;
+using ::testing::Not;
+using testing::Rows;
 using testing::TempFolder;
 
 TEST(SystemClock, WakesAtTheMomentAndNotBefore) {
@@ -80,51 +82,43 @@ TEST(SystemClock, WaitsWithoutTheSystemsHelpToo) {
 }
 
 TEST(StallWatch, CountsTheLastSpanOnly) {
-    struct Case {
-        const char* what;
-        std::vector<std::int64_t> bytesEachSecond;
-        std::int64_t stallsAfterSeconds;  // -1: never
-    };
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [what, bytesEachSecond, stallsAfterSeconds] :
+         Rows<const char*, std::vector<std::int64_t>, std::int64_t>{
              {"silent", std::vector<std::int64_t>(60, 0), 20},
              {"a burst, then nothing", {90'000}, 21},
              {"a drip below the limit", std::vector<std::int64_t>(60, 9), 20},
              {"a drip above the limit", std::vector<std::int64_t>(60, 10), -1},
              {"fast in time", {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 300}, 40},
          }) {
-        SCOPED_TRACE(c.what);
+        SCOPED_TRACE(what);
         StallWatch watch(20'000, 200);
         std::int64_t bytes = 0;
         std::int64_t stalledAt = -1;
         for (std::size_t second = 0; second < 60 && stalledAt < 0; ++second) {
             const auto now = static_cast<std::int64_t>(second);
             if (watch.IsStalled(now * 1000, bytes)) stalledAt = now;
-            if (second < c.bytesEachSecond.size()) bytes += c.bytesEachSecond[second];
+            if (second < bytesEachSecond.size()) bytes += bytesEachSecond[second];
         }
-        EXPECT_EQ(stalledAt, c.stallsAfterSeconds);
+        EXPECT_EQ(stalledAt, stallsAfterSeconds);
     }
 }
 
 TEST(UserFolders, FollowTheEnvironmentWhereItIsAbsolute) {
     const TempFolder home;
     const EnvironmentVariable homeVariable("HOME", home.Path() + "//");
-    struct Case {
-        std::optional<std::string> value;
-        std::string data;
-        std::string configuration;
-    };
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [value, dataPath, configurationPath] :
+         Rows<std::optional<std::string>, std::string, std::string>{
              {std::nullopt, home.Path(".local/share"), home.Path(".config")},
              {"", home.Path(".local/share"), home.Path(".config")},
              {"relative", home.Path(".local/share"), home.Path(".config")},
              {home.Path("xdg/"), home.Path("xdg"), home.Path("xdg")},
          }) {
-        SCOPED_TRACE(c.value.value_or("(unset)"));
-        const EnvironmentVariable data("XDG_DATA_HOME", c.value);
-        const EnvironmentVariable configuration("XDG_CONFIG_HOME", c.value);
-        EXPECT_EQ(ApplicationDataFolder(), c.data);
-        EXPECT_EQ(ConfigurationFolder(), c.configuration);
-        EXPECT_TRUE(std::filesystem::is_directory(c.data));
+        SCOPED_TRACE(value.value_or("(unset)"));
+        const EnvironmentVariable data("XDG_DATA_HOME", value);
+        const EnvironmentVariable configuration("XDG_CONFIG_HOME", value);
+        EXPECT_EQ(ApplicationDataFolder(), dataPath);
+        EXPECT_EQ(ConfigurationFolder(), configurationPath);
+        EXPECT_TRUE(std::filesystem::is_directory(dataPath));
     }
     home.Write("file", "");
     const EnvironmentVariable data("XDG_DATA_HOME", home.Path("file/below"));
@@ -184,10 +178,9 @@ TEST(Process, AStartedCopyInheritsNothing) {
     ::close(leak);
     const std::string report = AwaitFile(out);
     EXPECT_THAT(report, ::testing::StartsWith("0 arguments\n0 1 2 3 "));  // 3 is ls's own
-    EXPECT_THAT(report, ::testing::HasSubstr("SigBlk:\t0000000000000000\n"));
-    EXPECT_THAT(report, ::testing::HasSubstr("SigIgn:\t0000000000000000\n"));
-    EXPECT_THAT(report, ::testing::Not(
-                            ::testing::HasSubstr("session " + std::to_string(::getsid(0)) + "\n")));
+    EXPECT_THAT(report, HasSubstr("SigBlk:\t0000000000000000\n"));
+    EXPECT_THAT(report, HasSubstr("SigIgn:\t0000000000000000\n"));
+    EXPECT_THAT(report, Not(HasSubstr("session " + std::to_string(::getsid(0)) + "\n")));
     EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "a zombie is left";
     StartDetached(folder.Path("missing"));
 }
@@ -248,16 +241,14 @@ TEST(WindowLock, IsHeldByOneWindowAtATime) {
     const std::int32_t number = first.lock->Number();
     EXPECT_GT(number, 0);
     EXPECT_TRUE(IsWindow(folder.Path(), number));
-    EXPECT_FALSE(IsWindow(folder.Path(), number == 1 ? 2 : number - 1));
-    EXPECT_FALSE(IsWindow(folder.Path(), 0));
-    EXPECT_FALSE(IsWindow(folder.Path(), -number));
+    for (const std::int32_t other : {number + 1, 0, -number}) {
+        EXPECT_FALSE(IsWindow(folder.Path(), other));
+    }
     EXPECT_EQ(TakeWindowLock(folder.Path()).status, LockStatus::HeldByAnother);
     EXPECT_TRUE(IsWindow(folder.Path(), number));  // the second asker took nothing away
     first.lock.reset();
     EXPECT_FALSE(IsWindow(folder.Path(), number));
-    LockResult next = TakeWindowLock(folder.Path());
-    ASSERT_EQ(next.status, LockStatus::Taken);
-    EXPECT_NE(next.lock->Number(), number);
+    EXPECT_NE(TakeWindowLock(folder.Path()).lock->Number(), number);
 }
 
 TEST(WindowLock, IsFreedWhenItsHolderIsKilled) {

@@ -1,7 +1,6 @@
 #include "platform/whole_file.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <cerrno>
@@ -10,16 +9,16 @@
 #include <set>
 #include <thread>
 
-#include "platform/process.h"
 #include "tests/support/child_process.h"
+#include "tests/support/rows.h"
 #include "tests/support/temp_folder.h"
-#include "util/files.h"
 
 namespace ostrova::platform {
 namespace {
 
 using testing::ChildProcess;
 using testing::FileBytes;
+using testing::Rows;
 using testing::TempFolder;
 
 TEST(WholeFile, ReplacesTheBytesAndKeepsTheMode) {
@@ -51,22 +50,18 @@ TEST(WholeFile, RefusesWhatIsNoRegularFileAndSaysWhy) {
     folder.Write("file", "kept");
     std::filesystem::create_directory(folder.Path("sub"));
     ::mkfifo(folder.Path("pipe").c_str(), 0600);
-    struct Case {
-        const char* name;
-        const char* detail;
-    };
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [name, detail] : Rows<const char*, const char*>{
              {"sub", "Is a directory"},
              {"pipe", "Not a regular file"},
              {"file/below", "Not a directory"},
              {"missing/below", "No such file or directory"},
          }) {
-        SCOPED_TRACE(c.name);
-        const WriteResult result = WriteWholeFile(folder.Path(c.name), "x");
+        SCOPED_TRACE(name);
+        const WriteResult result = WriteWholeFile(folder.Path(name), "x");
         EXPECT_FALSE(result.ok);
-        EXPECT_EQ(result.detail, c.detail);
+        EXPECT_EQ(result.detail, detail);
         WriteBatch batch;
-        EXPECT_FALSE(batch.Add(folder.Path(c.name), "x").ok);
+        EXPECT_FALSE(batch.Add(folder.Path(name), "x").ok);
         EXPECT_EQ(batch.Size(), 0u);
     }
     EXPECT_FALSE(WriteWholeFile("/dev/full", "x").ok);
@@ -74,31 +69,17 @@ TEST(WholeFile, RefusesWhatIsNoRegularFileAndSaysWhy) {
     EXPECT_EQ(FileBytes(folder.Path("file")), "kept");
 }
 
-/// Runs `body` in a process whose `resource` is limited; 0 when it returned true.
-int RunLimited(int resource, rlim_t limit, const std::function<bool()>& body) {
-    ChildProcess child([&] {
-        IgnoreFatalWriteSignals();
-        const rlimit limits{limit, limit};
-        ::setrlimit(static_cast<__rlimit_resource>(resource), &limits);
-        ::_exit(body() ? 0 : 1);
-    });
-    return child.Wait();
-}
-
 TEST(WholeFile, KeepsTheOldFileWhenTheNewOneDoesNotFit) {
     const TempFolder folder;
     const std::string path = folder.Write("list.txt", "old");
-    EXPECT_EQ(
-        RunLimited(RLIMIT_FSIZE, 4096,
-                   [&] {
-                       const WriteResult result = WriteWholeFile(path, std::string(5000, 'x'));
-                       WriteBatch batch;
-                       return !result.ok && result.error == EFBIG &&
-                              result.detail == "File too large" &&
-                              batch.Add(folder.Path("small"), "y").ok &&
-                              !batch.Add(path, std::string(5000, 'x')).ok && batch.Commit().ok;
-                   }),
-        0);
+    const std::string large(5000, 'x');
+    EXPECT_TRUE(testing::HoldsWithin(RLIMIT_FSIZE, 4096, [&] {
+        const WriteResult result = WriteWholeFile(path, large);
+        WriteBatch batch;
+        return !result.ok && result.error == EFBIG && result.detail == "File too large" &&
+               batch.Add(folder.Path("small"), "y").ok && !batch.Add(path, large).ok &&
+               batch.Commit().ok;
+    }));
     EXPECT_EQ(FileBytes(path), "old");
     EXPECT_EQ(folder.Names(), (std::set<std::string>{"list.txt", "small"}));
 }
@@ -107,19 +88,16 @@ TEST(WriteBatch, BringsManyFilesToTheirPlacesWithFewDescriptors) {
     const TempFolder folder;
     std::filesystem::create_directory(folder.Path("a"));
     std::filesystem::create_directory(folder.Path("b"));
-    EXPECT_EQ(RunLimited(RLIMIT_NOFILE, 16,
-                         [&] {
-                             WriteBatch batch;
-                             bool ok = true;
-                             for (int i = 0; i < 100; ++i) {
-                                 const std::string name =
-                                     (i % 2 == 0 ? "a/" : "b/") + std::to_string(i);
-                                 ok = ok && batch.Add(folder.Path(name), std::to_string(i)).ok;
-                             }
-                             return ok && !std::filesystem::exists(folder.Path("a/0")) &&
-                                    batch.Commit().ok && batch.Size() == 0;
-                         }),
-              0);
+    EXPECT_TRUE(testing::HoldsWithin(RLIMIT_NOFILE, 16, [&] {
+        WriteBatch batch;
+        bool ok = true;
+        for (int i = 0; i < 100; ++i) {
+            const std::string name = (i % 2 == 0 ? "a/" : "b/") + std::to_string(i);
+            ok = ok && batch.Add(folder.Path(name), std::to_string(i)).ok;
+        }
+        return ok && !std::filesystem::exists(folder.Path("a/0")) && batch.Commit().ok &&
+               batch.Size() == 0;
+    }));
     EXPECT_EQ(folder.Names("a").size(), 50u);
     EXPECT_EQ(FileBytes(folder.Path("b/99")), "99");
 }
@@ -133,9 +111,9 @@ TEST(WriteBatch, LeavesNothingOfWhatWasNotCommitted) {
     EXPECT_TRUE(folder.Names().empty());
 
     WriteBatch batch;
-    EXPECT_TRUE(batch.Add(folder.Path("first"), "1").ok);
-    EXPECT_TRUE(batch.Add(folder.Path("second"), "2").ok);
-    EXPECT_TRUE(batch.Add(folder.Path("third"), "3").ok);
+    for (const char* name : {"first", "second", "third"}) {
+        EXPECT_TRUE(batch.Add(folder.Path(name), name).ok);
+    }
     std::filesystem::create_directory(folder.Path("second"));  // in the way of the rename
     EXPECT_FALSE(batch.Commit().ok);
     EXPECT_EQ(folder.Names(), (std::set<std::string>{"first", "second"}));
@@ -172,25 +150,22 @@ TEST(WholeFile, IsOldOrNewWheneverTheWriterIsKilled) {
         }
     }
     EXPECT_GT(killedInside, 0);  // else the test proves nothing
-    for (const std::string& name : folder.Names()) {
-        MakeOld(folder.Path(name));
-    }
+    for (const std::string& name : folder.Names()) MakeOld(folder.Path(name));
     SweepLeftovers(folder.Path());
     EXPECT_EQ(folder.Names(), std::set<std::string>{"list.txt"});
 }
 
 TEST(WholeFile, SweepsOnlyItsOwnOldLeftovers) {
     const TempFolder folder;
+    const std::set<std::string> others{".ostrova-0123456789abcdef.tmp",
+                                       ".ostrova-fedcba987654321.tmp",
+                                       ".ostrova-FEDCBA9876543210.tmp", "20060303.htm"};
+    for (const std::string& name : others) MakeOld(folder.Write(name, "x"));
+    MakeOld(folder.Write(".ostrova-fedcba9876543210.tmp", "x"));
     folder.Write(".ostrova-0123456789abcdef.tmp", "fresh");
-    for (const char* name : {".ostrova-fedcba9876543210.tmp", ".ostrova-fedcba987654321.tmp",
-                             ".ostrova-FEDCBA9876543210.tmp", "20060303.htm"}) {
-        MakeOld(folder.Write(name, "x"));
-    }
     SweepLeftovers(folder.Path());
     SweepLeftovers(folder.Path("missing"));
-    EXPECT_EQ(folder.Names(), (std::set<std::string>{".ostrova-0123456789abcdef.tmp",
-                                                     "20060303.htm", ".ostrova-fedcba987654321.tmp",
-                                                     ".ostrova-FEDCBA9876543210.tmp"}));
+    EXPECT_EQ(folder.Names(), others);
 }
 
 }  // namespace

@@ -3,17 +3,13 @@
 #include <algorithm>
 #include <map>
 
-#include "tests/support/canned_site.h"
-#include "tests/support/environment.h"
-#include "tests/support/fake_clock.h"
-#include "tests/support/recorder.h"
-#include "tests/support/temp_folder.h"
+#include "tests/playlists/source_fixture.h"
+#include "tests/support/rows.h"
 
 namespace ostrova::playlists {
 namespace {
 
 using testing::CannedSite;
-using Asked = std::vector<std::string>;
 using Fates = std::vector<std::pair<std::string, ArchiveStatus>>;
 
 constexpr const char* Song = "<td>11:05pm</td><td>A Song - An Artist\n";
@@ -35,46 +31,34 @@ public:
     bool goOn = true;
 };
 
-class ArchiveFetch : public ::testing::Test {
+class ArchiveFetch : public SourceTest {
 protected:
     ArchiveFetchResult Fetch(DateRange range, int jobs = 1) {
-        PageSource source;
-        source.tools.messages = &messages_;
-        source.clock = &clock_;
-        source.dataFolder = &dataFolder_;
-        source.siteHost = CannedSite::Host;
         listener_.fates.clear();
         return FetchArchive(
-            source, [this] { return site_.Client(); }, jobs, CalendarPages(range, clock_.Now()),
+            source_, [this] { return site_.Client(); }, jobs, CalendarPages(range, clock_.Now()),
             listener_);
     }
+    static std::string Archived(const char* date) { return CannedSite::Archived(date); }
 
-    testing::TimeZone zone_{"UTC"};
-    testing::TempFolder folder_;
-    std::string dataFolder_ = folder_.Path();
-    testing::FakeClock clock_{1700000000};  // November 2023
-    testing::MessageRecorder recorder_;
-    feedback::Messages messages_{recorder_};
-    CannedSite site_;
     Listener listener_;
 };
 
 TEST_F(ArchiveFetch, BringsWhatIsMissingAndAsksForNothingTwice) {
-    site_.Put("/vantra/playlist/archive/2006/20060303.htm", Song);
-    site_.Put("/vantra/playlist/archive/2006/20060304.htm", Song);
+    site_.PutArchived("20060303", Song);
+    site_.PutArchived("20060304", Song);
     folder_.Write("Cache/20060304am.htm", "kept as it is");
     EXPECT_EQ(Fetch({20060303, 20060304}).end, ArchiveEnd::Complete);
     EXPECT_EQ(listener_.fates, (Fates{{"20060303.htm", ArchiveStatus::Fetched},
                                       {"20060304am.htm", ArchiveStatus::Cached},
                                       {"20060304.htm", ArchiveStatus::Fetched}}));
-    EXPECT_EQ(site_.Asked(), (Asked{"/vantra/playlist/archive/2006/20060303.htm",
-                                    "/vantra/playlist/archive/2006/20060304.htm"}));
-    EXPECT_EQ(testing::FileBytes(folder_.Path("Cache/20060303.htm")), Song);
-    EXPECT_EQ(testing::FileBytes(folder_.Path("Cache/20060304am.htm")), "kept as it is");
+    EXPECT_EQ(site_.Asked(), (Strings{Archived("20060303"), Archived("20060304")}));
+    EXPECT_EQ(Bytes("20060303.htm"), Song);
+    EXPECT_EQ(Bytes("20060304am.htm"), "kept as it is");
 
     site_.Forget();
     EXPECT_EQ(Fetch({20060303, 20060304}, 4).end, ArchiveEnd::Complete);
-    EXPECT_EQ(site_.Asked(), Asked{});
+    EXPECT_EQ(site_.Asked(), Strings{});
 }
 
 TEST_F(ArchiveFetch, FetchesAYearsIndexOnceAndOnlyForMissingPages) {
@@ -85,52 +69,46 @@ TEST_F(ArchiveFetch, FetchesAYearsIndexOnceAndOnlyForMissingPages) {
     site_.Put("/p/one", Song);
     site_.Put("/p/two", Song);
     EXPECT_EQ(Fetch({20080307, 20080308}).end, ArchiveEnd::Complete);
-    EXPECT_EQ(site_.Asked(), (Asked{"/vantra/playlist/?year=2008", "/p/one", "/p/two"}));
+    EXPECT_EQ(site_.Asked(), (Strings{"/vantra/playlist/?year=2008", "/p/one", "/p/two"}));
     EXPECT_EQ(listener_.fates, (Fates{{"20080307.htm", ArchiveStatus::Fetched},
                                       {"20080308am.htm", ArchiveStatus::Failed},
                                       {"20080308.htm", ArchiveStatus::Fetched}}));
     EXPECT_EQ(listener_.reasons["20080308am.htm"], "the year index gives no web address for it");
-    EXPECT_TRUE(folder_.Names("Cache").contains("lists2008.htm"));
+    EXPECT_TRUE(Cached().contains("lists2008.htm"));
 
     // Without an index the archive's usual address will do, and none is left behind.
     site_.Forget();
-    site_.Put("/vantra/playlist/archive/2009/20090306.htm", Song);
+    site_.PutArchived("20090306", Song);
     EXPECT_EQ(Fetch({20090306, 20090306}).end, ArchiveEnd::Complete);
-    EXPECT_EQ(site_.Asked(),
-              (Asked{"/vantra/playlist/?year=2009", "/vantra/playlist/archive/2009/20090306.htm"}));
+    EXPECT_EQ(site_.Asked(), (Strings{"/vantra/playlist/?year=2009", Archived("20090306")}));
     EXPECT_EQ(listener_.fates, (Fates{{"20090306.htm", ArchiveStatus::Fetched}}));
     EXPECT_FALSE(folder_.Names("Cache").contains("lists2009.htm"));
 }
 
 TEST_F(ArchiveFetch, KeepsOnlyWholePagesWithSongs) {
-    const struct {
-        CannedSite::Answer answer;
-        ArchiveStatus status;
-        const char* reason;
-    } cases[] = {
-        {{.status = 404, .body = Song}, ArchiveStatus::Missing, ""},
-        {{.status = 410}, ArchiveStatus::Missing, ""},
-        {{.status = 500, .body = Song}, ArchiveStatus::Failed, "the server answered 500"},
-        {{.status = 200, .body = ""}, ArchiveStatus::Failed, "the page did not arrive whole"},
-        {{.status = 200, .body = "Please log in"}, ArchiveStatus::Failed, "the page holds no song"},
-        {{.error = platform::HttpError::TimedOut},
-         ArchiveStatus::Failed,
-         "the server could not be reached"},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.answer.status);
-        site_.Put("/vantra/playlist/archive/2006/20060303.htm", c.answer);
+    constexpr auto missing = ArchiveStatus::Missing, failed = ArchiveStatus::Failed;
+    for (const auto& [answer, status, reason] :
+         testing::Rows<CannedSite::Answer, ArchiveStatus, const char*>{
+             {{.status = 404, .body = Song}, missing, ""},
+             {{.status = 410}, missing, ""},
+             {{.status = 500, .body = Song}, failed, "the server answered 500"},
+             {{.body = ""}, failed, "the page did not arrive whole"},
+             {{.body = "Please log in"}, failed, "the page holds no song"},
+             {{.error = platform::HttpError::TimedOut}, failed, "the server could not be reached"},
+         }) {
+        SCOPED_TRACE(answer.status);
+        site_.PutArchived("20060303", answer);
         EXPECT_EQ(Fetch({20060303, 20060303}).end, ArchiveEnd::Complete);
-        EXPECT_EQ(listener_.fates, (Fates{{"20060303.htm", c.status}}));
-        EXPECT_EQ(listener_.reasons["20060303.htm"], c.reason);
-        EXPECT_EQ(folder_.Names("Cache"), std::set<std::string>{});
+        EXPECT_EQ(listener_.fates, (Fates{{"20060303.htm", status}}));
+        EXPECT_EQ(listener_.reasons["20060303.htm"], reason);
+        EXPECT_EQ(Cached(), std::set<std::string>{});
     }
 }
 
 TEST_F(ArchiveFetch, GivesUpOnAServerThatFailsFiveTimesInARow) {
     for (const char* day :
          {"20060303", "20060304", "20060310", "20060311", "20060317", "20060318"}) {
-        site_.Put(std::string("/vantra/playlist/archive/2006/") + day + ".htm", {.status = 500});
+        site_.PutArchived(day, {.status = 500});
     }
     const ArchiveFetchResult result = Fetch({20060303, 20060401});
     EXPECT_EQ(result.end, ArchiveEnd::GivenUp);
@@ -140,18 +118,17 @@ TEST_F(ArchiveFetch, GivesUpOnAServerThatFailsFiveTimesInARow) {
 
     // A page that it says it hasn't got is no failure.
     site_.Forget();
-    site_.Put("/vantra/playlist/archive/2006/20060304.htm", {.status = 404});
-    site_.Put("/vantra/playlist/archive/2006/20060311.htm", {.status = 404});
+    site_.PutArchived("20060304", {.status = 404});
+    site_.PutArchived("20060311", {.status = 404});
     EXPECT_EQ(Fetch({20060303, 20060318}).end, ArchiveEnd::Complete);
     EXPECT_EQ(site_.Asked().size(), 9u);
 }
 
 TEST_F(ArchiveFetch, ComesBackWhenAskedToAndNotForLong) {
-    site_.Put("/vantra/playlist/archive/2006/20060303.htm",
-              CannedSite::Answer{.status = 503, .retryAfterSeconds = 30});
+    site_.PutArchived("20060303", CannedSite::Answer{.status = 503, .retryAfterSeconds = 30});
     const auto before = clock_.SteadyMilliseconds();
     site_.onRequest = [this](int count) {
-        if (count == 2) site_.Put("/vantra/playlist/archive/2006/20060303.htm", Song);
+        if (count == 2) site_.PutArchived("20060303", Song);
     };
     EXPECT_EQ(Fetch({20060303, 20060303}).end, ArchiveEnd::Complete);
     EXPECT_EQ(listener_.fates, (Fates{{"20060303.htm", ArchiveStatus::Fetched}}));
@@ -159,27 +136,22 @@ TEST_F(ArchiveFetch, ComesBackWhenAskedToAndNotForLong) {
 
     site_.onRequest = {};
     site_.Forget();
-    site_.Put("/vantra/playlist/archive/2006/20060304.htm",
-              CannedSite::Answer{.status = 429, .retryAfterSeconds = 3600});
+    site_.PutArchived("20060304", CannedSite::Answer{.status = 429, .retryAfterSeconds = 3600});
     const ArchiveFetchResult result = Fetch({20060303, 20060304});
     EXPECT_EQ(result.end, ArchiveEnd::GivenUp);
     EXPECT_EQ(result.detail, "the server asks to be left alone for 1 hour");
     EXPECT_EQ(site_.Asked().size(), 1u);
 }
 
-TEST_F(ArchiveFetch, KeepsWhatItHasWhenCancelled) {
-    site_.Put("/vantra/playlist/archive/2006/20060303.htm", Song);
-    site_.Put("/vantra/playlist/archive/2006/20060304.htm",
-              {.error = platform::HttpError::Cancelled});
-    const ArchiveFetchResult result = Fetch({20060303, 20060401});
-    EXPECT_EQ(result.end, ArchiveEnd::Cancelled);
+TEST_F(ArchiveFetch, EndsWhenCancelledAndWhenAPageCantBeWritten) {
+    site_.PutArchived("20060303", Song);
+    site_.PutArchived("20060304", {.error = platform::HttpError::Cancelled});
+    EXPECT_EQ(Fetch({20060303, 20060401}).end, ArchiveEnd::Cancelled);
     EXPECT_EQ(listener_.fates, (Fates{{"20060303.htm", ArchiveStatus::Fetched}}));
-    EXPECT_EQ(folder_.Names("Cache"), std::set<std::string>{"20060303.htm"});
-}
+    EXPECT_EQ(Cached(), std::set<std::string>{"20060303.htm"});  // it keeps what it has
 
-TEST_F(ArchiveFetch, EndsWhenAPageCantBeWritten) {
+    std::filesystem::remove_all(folder_.Path("Cache"));
     folder_.Write("Cache", "a file where the folder should be");
-    site_.Put("/vantra/playlist/archive/2006/20060303.htm", Song);
     const ArchiveFetchResult result = Fetch({20060303, 20060401});
     EXPECT_EQ(result.end, ArchiveEnd::CannotWrite);
     EXPECT_NE(result.detail, "");
@@ -188,8 +160,7 @@ TEST_F(ArchiveFetch, EndsWhenAPageCantBeWritten) {
 
 TEST_F(ArchiveFetch, ReportsPagesInOrderWhateverTheNumberOfConnections) {
     for (const ArchivePage& page : CalendarPages({20050101, 20061231}, clock_.Now())) {
-        const std::string date = std::to_string(page.date);
-        site_.Put("/vantra/playlist/archive/" + date.substr(0, 4) + "/" + date + ".htm", Song);
+        site_.PutArchived(std::to_string(page.date), Song);
     }
     EXPECT_EQ(Fetch({20050101, 20061231}, 4).end, ArchiveEnd::Complete);
     EXPECT_EQ(listener_.fates.size(), 314u);
@@ -197,7 +168,7 @@ TEST_F(ArchiveFetch, ReportsPagesInOrderWhateverTheNumberOfConnections) {
                                [](const auto& a, const auto& b) {
                                    return *ArchivePageOf(a.first) < *ArchivePageOf(b.first);
                                }));
-    EXPECT_EQ(folder_.Names("Cache").size(), 314u);
+    EXPECT_EQ(Cached().size(), 314u);
 }
 
 }  // namespace

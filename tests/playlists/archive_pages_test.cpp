@@ -1,11 +1,14 @@
 #include "playlists/archive_pages.h"
 
+#include "playlists/page_cache.h"
 #include "tests/support/environment.h"
+#include "tests/support/rows.h"
 #include "tests/support/temp_folder.h"
 
 namespace ostrova::playlists {
 namespace {
 
+using testing::Rows;
 using testing::TempFolder;
 using testing::TimeZone;
 
@@ -16,30 +19,23 @@ std::vector<std::string> NamesOf(const std::vector<ArchivePage>& pages) {
 }
 
 TEST(ArchivePages, KnowsOnlyTheNamesThatTheCalendarGives) {
-    const struct {
-        const char* name;
-        std::optional<ShowSlot> slot;
-    } cases[] = {
-        {"20060303.htm", ShowSlot::ShowFriday},
-        {"20060304am.htm", ShowSlot::ShowSaturdayMorning},
-        {"20060304.htm", ShowSlot::ShowSaturdayNight},
-        {"20060303am.htm", {}},  // no show on a Friday morning
-        {"20060305.htm", {}},    // a Sunday
-        {"20060230.htm", {}},    // no date
-        {"19970103.htm", {}},    // a Friday before all playlists
-        {"20060304am.htm.x7Ab", {}},
-        {"20060304AM.htm", {}},
-        {"lists2006.htm", {}},
-        {"2006.htm", {}},
-        {"", {}},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        const auto page = ArchivePageOf(c.name);
-        ASSERT_EQ(page.has_value(), c.slot.has_value());
-        if (page) {
-            EXPECT_EQ(page->slot, *c.slot);
-        }
+    for (const auto& [name, slot] : Rows<const char*, std::optional<ShowSlot>>{
+             {"20060303.htm", ShowSlot::ShowFriday},
+             {"20060304am.htm", ShowSlot::ShowSaturdayMorning},
+             {"20060304.htm", ShowSlot::ShowSaturdayNight},
+             {"20060303am.htm", {}},  // no show on a Friday morning
+             {"20060305.htm", {}},    // a Sunday
+             {"20060230.htm", {}},    // no date
+             {"19970103.htm", {}},    // a Friday before all playlists
+             {"20060304am.htm.x7Ab", {}},
+             {"20060304AM.htm", {}},
+             {"lists2006.htm", {}},
+             {"2006.htm", {}},
+             {"", {}},
+         }) {
+        SCOPED_TRACE(name);
+        const auto page = ArchivePageOf(name);
+        EXPECT_EQ(page ? std::optional(page->slot) : std::nullopt, slot);
     }
 }
 
@@ -79,6 +75,27 @@ TEST(ArchivePages, ListsTheCacheInOrderAndPassesOverTheRest) {
     EXPECT_EQ(CachedPages(folder.Path("nowhere"), {}).detail, "");
     folder.Write("file/Cache", "");
     EXPECT_EQ(CachedPages(folder.Path("file"), {}).detail, "Not a directory");
+}
+
+TEST(PageCache, NamesPagesByTheirLocalDate) {
+    const TimeZone zone("Australia/Sydney");
+    const Weekend weekend = WeekendOfDate(2006, 3, 4);
+    EXPECT_EQ(ShowCacheName(weekend.anchor), "20060303.htm");
+    EXPECT_EQ(ShowCacheName(weekend.saturdayMorning), "20060304am.htm");
+    EXPECT_EQ(ShowCacheName(weekend.saturdayNight), "20060304.htm");
+    // Each show of the turn of a year belongs to its own date's year.
+    EXPECT_EQ(YearIndexCacheName(WeekendOfDate(2021, 12, 31).anchor), "lists2021.htm");
+    EXPECT_EQ(YearIndexCacheName(WeekendOfDate(2021, 12, 31).saturdayNight), "lists2022.htm");
+}
+
+TEST(PageCache, MakesItsFolderButNotTheOneAbove) {
+    const TempFolder folder;
+    EXPECT_EQ(CachePath(folder.Path() + "//", "a.htm"), folder.Path("Cache/a.htm"));
+    EXPECT_EQ(folder.Names(), std::set<std::string>{"Cache"});
+    EXPECT_EQ(CachePath(folder.Path("none"), "a.htm"), folder.Path("none/Cache/a.htm"));
+    EXPECT_EQ(folder.Names(), std::set<std::string>{"Cache"});
+    EXPECT_EQ(ShowCachePath(folder.Path(), WeekendOfDate(2006, 3, 4).anchor),
+              folder.Path("Cache/20060303.htm"));
 }
 
 }  // namespace

@@ -4,11 +4,13 @@
 
 #include "tests/support/environment.h"
 #include "tests/support/moments.h"
+#include "tests/support/rows.h"
 
 namespace ostrova::playlists {
 namespace {
 
 using testing::At;
+using testing::Rows;
 using testing::TimeZone;
 
 const std::initializer_list<const char*> Zones = {"UTC",
@@ -20,30 +22,23 @@ const std::initializer_list<const char*> Zones = {"UTC",
                                                   "Pacific/Kiritimati"};
 
 TEST(Calendar, AWeekendIsCurrentFromFridayAfternoonToSundayNoon) {
-    struct Case {
-        const char* now;
-        const char* anchor;
-        bool over;
-    };
     for (const char* name : Zones) {
         const TimeZone zone(name);
-        for (const Case& c :
-             std::initializer_list<Case>{{"2006-03-03 12:59:59", "2006-02-24", true},
-                                         {"2006-03-03 13:00:00", "2006-03-03", false},
-                                         {"2006-03-04 00:00:00", "2006-03-03", false},
-                                         {"2006-03-04 23:59:59", "2006-03-03", false},
-                                         {"2006-03-05 11:59:59", "2006-03-03", false},
-                                         {"2006-03-05 12:00:00", "2006-03-03", true},
-                                         {"2006-03-09 23:59:59", "2006-03-03", true},
-                                         {"2022-01-02 11:59:59", "2021-12-31", false},
-                                         {"2028-01-01 00:00:00", "2027-12-31", false},
-                                         {"2008-03-01 09:00:00", "2008-02-29", false},
-                                         {"2038-01-22 12:59:59", "2038-01-15", true},
-                                         {"2038-01-22 13:00:00", "2038-01-22", false}}) {
-            SCOPED_TRACE(std::string(name) + " " + c.now);
-            const CurrentWeekendResult result = CurrentWeekend(At(c.now));
-            EXPECT_EQ(testing::TimeOf(result.weekend.anchor), std::string(c.anchor) + " 12:00:00");
-            EXPECT_EQ(result.weekendOver, c.over);
+        for (const auto& [now, anchor, over] :
+             Rows<const char*, const char*, bool>{{"2006-03-03 12:59:59", "2006-02-24", true},
+                                                  {"2006-03-03 13:00:00", "2006-03-03", false},
+                                                  {"2006-03-05 11:59:59", "2006-03-03", false},
+                                                  {"2006-03-05 12:00:00", "2006-03-03", true},
+                                                  {"2006-03-09 23:59:59", "2006-03-03", true},
+                                                  {"2022-01-02 11:59:59", "2021-12-31", false},
+                                                  {"2028-01-01 00:00:00", "2027-12-31", false},
+                                                  {"2008-03-01 09:00:00", "2008-02-29", false},
+                                                  {"2038-01-22 12:59:59", "2038-01-15", true},
+                                                  {"2038-01-22 13:00:00", "2038-01-22", false}}) {
+            SCOPED_TRACE(std::string(name) + " " + now);
+            const CurrentWeekendResult result = CurrentWeekend(At(now));
+            EXPECT_EQ(testing::TimeOf(result.weekend.anchor), std::string(anchor) + " 12:00:00");
+            EXPECT_EQ(result.weekendOver, over);
         }
     }
 }
@@ -51,14 +46,14 @@ TEST(Calendar, AWeekendIsCurrentFromFridayAfternoonToSundayNoon) {
 TEST(Calendar, ShowsAreFiledAtFixedOffsetsInPlainSeconds) {
     const TimeZone zone("Europe/Berlin");
     const Weekend weekend = WeekendAt(At("2006-03-03 12:00:00"));
-    const char* const times[] = {"2006-03-03 12:00:00", "2006-03-04 06:00:00",
-                                 "2006-03-04 12:00:00"};
-    const char* const names[] = {"Friday night", "Saturday morning", "Saturday night"};
-    for (std::size_t i = 0; i < AllShows.size(); ++i) {
-        EXPECT_EQ(testing::TimeOf(weekend.ShowTime(AllShows[i])), times[i]);
-        EXPECT_EQ(ShowTimeOf(weekend.anchor, AllShows[i]), weekend.ShowTime(AllShows[i]));
-        EXPECT_EQ(DisplayName(AllShows[i]), names[i]);
-        EXPECT_EQ(IsMorningShow(weekend.ShowTime(AllShows[i])), i == 1);
+    for (const auto& [show, time, name] : Rows<ShowSlot, const char*, const char*>{
+             {ShowSlot::ShowFriday, "2006-03-03 12:00:00", "Friday night"},
+             {ShowSlot::ShowSaturdayMorning, "2006-03-04 06:00:00", "Saturday morning"},
+             {ShowSlot::ShowSaturdayNight, "2006-03-04 12:00:00", "Saturday night"}}) {
+        EXPECT_EQ(testing::TimeOf(weekend.ShowTime(show)), time);
+        EXPECT_EQ(ShowTimeOf(weekend.anchor, show), weekend.ShowTime(show));
+        EXPECT_EQ(DisplayName(show), name);
+        EXPECT_EQ(IsMorningShow(weekend.ShowTime(show)), show == ShowSlot::ShowSaturdayMorning);
     }
     // Summer time ended in the night to Sunday: an hour off, on the right days.
     EXPECT_EQ(testing::TimeOf(CurrentWeekend(At("2006-10-29 11:00:00")).weekend.anchor),
@@ -67,44 +62,29 @@ TEST(Calendar, ShowsAreFiledAtFixedOffsetsInPlainSeconds) {
 
 TEST(Calendar, WaitsForTheSameMinutePastTheHour) {
     const TimeZone zone("UTC");
-    struct Case {
-        const char* now;
-        int weekday;
-        int hour;
-        int seconds;
-    };
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [now, weekday, hour, seconds] : Rows<const char*, int, int, int>{
              {"2006-03-02 10:59:59", Friday, 13, SecondsPerDay + 3 * SecondsPerHour},
              {"2006-03-03 12:30:00", Friday, 13, SecondsPerHour},
              {"2006-03-03 13:00:00", Friday, 13, SecondsPerWeek},
              {"2006-03-03 15:00:00", Friday, 13, SecondsPerWeek - 2 * SecondsPerHour},
              {"2006-03-04 13:00:00", Friday, 13, 6 * SecondsPerDay},
              {"2006-03-04 13:00:00", Sunday, 12, SecondsPerDay - SecondsPerHour}}) {
-        EXPECT_EQ(SecondsUntil(At(c.now), c.weekday, c.hour), c.seconds) << c.now;
+        EXPECT_EQ(SecondsUntil(At(now), weekday, hour), seconds) << now;
     }
 }
 
 TEST(Calendar, FindsTheLastShowOfAYear) {
-    struct Case {
-        int slot;
-        int year;
-        const char* date;
-    };
     for (const char* name : Zones) {
         const TimeZone zone(name);
-        for (const Case& c :
-             std::initializer_list<Case>{{1, 2006, "2006-07-07"},  // the newest weekend's own
-                                         {0, 2006, "2006-07-08"},
-                                         {1, 1999, "1999-12-31"},
-                                         {2, 1999, "1999-12-25"},
-                                         {3, 2005, "2005-12-31"},
-                                         {1, 2005, "2005-12-30"},
-                                         {0, 2004, "2004-12-25"},
-                                         {1, 1998, "1998-12-25"}}) {
-            SCOPED_TRACE(std::string(name) + " " + c.date);
+        const Rows<int, int, const char*> cases = {
+            {1, 2006, "2006-07-07"}, {0, 2006, "2006-07-08"}, {1, 1999, "1999-12-31"},
+            {2, 1999, "1999-12-25"}, {3, 2005, "2005-12-31"}, {1, 2005, "2005-12-30"},
+            {0, 2004, "2004-12-25"}, {1, 1998, "1998-12-25"}};
+        for (const auto& [slot, year, date] : cases) {
+            SCOPED_TRACE(std::string(name) + " " + date);
             const EpochSeconds last =
-                LastShowOfYear(c.slot, c.year - TmYearBase, At("2006-07-07 12:00:00"));
-            EXPECT_EQ(testing::TimeOf(last).substr(0, 10), c.date);
+                LastShowOfYear(slot, year - TmYearBase, At("2006-07-07 12:00:00"));
+            EXPECT_EQ(testing::TimeOf(last).substr(0, 10), date);
         }
     }
     const TimeZone zone("Europe/Berlin");  // noon of summer time is 11 o'clock in December
@@ -113,26 +93,17 @@ TEST(Calendar, FindsTheLastShowOfAYear) {
 }
 
 TEST(Calendar, EveryDateLiesInTheWeekendThatBeganLast) {
-    struct Case {
-        int year, month, day;
-        const char* friday;
-    };
     for (const char* name : Zones) {
         const TimeZone zone(name);
-        for (const Case& c : std::initializer_list<Case>{{2006, 3, 3, "2006-03-03"},
-                                                         {2006, 3, 4, "2006-03-03"},
-                                                         {2006, 3, 5, "2006-03-03"},
-                                                         {2006, 3, 6, "2006-03-03"},
-                                                         {2006, 3, 9, "2006-03-03"},
-                                                         {2006, 3, 2, "2006-02-24"},
-                                                         {2000, 3, 2, "2000-02-25"},
-                                                         {2022, 1, 1, "2021-12-31"},
-                                                         {2006, 10, 29, "2006-10-27"},
-                                                         {2007, 4, 1, "2007-03-30"},
-                                                         {2010, 10, 3, "2010-10-01"}}) {
-            SCOPED_TRACE(std::string(name) + " " + c.friday);
-            EXPECT_EQ(testing::TimeOf(WeekendOfDate(c.year, c.month, c.day).anchor),
-                      std::string(c.friday) + " 12:00:00");
+        const Rows<int, int, int, const char*> cases = {
+            {2006, 3, 3, "2006-03-03"}, {2006, 3, 4, "2006-03-03"}, {2006, 3, 5, "2006-03-03"},
+            {2006, 3, 6, "2006-03-03"}, {2006, 3, 9, "2006-03-03"}, {2006, 3, 2, "2006-02-24"},
+            {2000, 3, 2, "2000-02-25"}, {2022, 1, 1, "2021-12-31"}, {2006, 10, 29, "2006-10-27"},
+            {2007, 4, 1, "2007-03-30"}, {2010, 10, 3, "2010-10-01"}};
+        for (const auto& [year, month, day, friday] : cases) {
+            SCOPED_TRACE(std::string(name) + " " + friday);
+            EXPECT_EQ(testing::TimeOf(WeekendOfDate(year, month, day).anchor),
+                      std::string(friday) + " 12:00:00");
         }
     }
     const TimeZone zone("Pacific/Apia");  // which had no 30 December 2011

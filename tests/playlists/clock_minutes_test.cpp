@@ -4,57 +4,46 @@
 
 #include <random>
 
+#include "tests/support/rows.h"
+
 namespace ostrova::playlists {
 namespace {
 
 TEST(Clock, ReadsATimeWhereOneBegins) {
-    struct Case {
-        std::string_view line;
-        std::size_t position;
-        ClockMinutes value;
-        std::size_t end;
-    };
-    for (const Case& c :
-         std::initializer_list<Case>{{"12:00am", 0, 720, 7},  {"12:00pm", 0, 720, 7},
-                                     {"12:15am", 0, 735, 7},  {"1:05am", 0, 785, 6},
-                                     {"11:30pm", 0, 690, 7},  {"11:59am", 0, 1439, 7},
-                                     {"10:30AM", 0, 1350, 7}, {"x 7:5Pm.", 2, 425, 7},
-                                     {"7:99pm", 0, 519, 6},   // minutes are taken as they stand
-                                     {"24:10am", 0, 730, 7},  // 24 - 12 is the twelve o'clock hour
-                                     {"13:00am", 0, 780, 7},  {"99:99am", 0, 6039, 7},
-                                     {"0:10am", 0, 730, 6},   {"123:00pm", 0, -1, 0},
-                                     {"123:00pm", 1, -1, 1},  {"7:30", 0, -1, 0},
-                                     {"7:30 pm", 0, -1, 0},   {"7:123pm", 0, -1, 0},
-                                     {"7:pm", 0, -1, 0},      {":30pm", 0, -1, 0},
-                                     {"1:2:30pm", 2, -1, 2},  {"11:30pm", 1, -1, 1},
-                                     {"7:30p", 0, -1, 0},     {"7:30pm", 6, -1, 6},
-                                     {"7:30pm", 99, -1, 99},  {"", 0, -1, 0}}) {
-        SCOPED_TRACE(c.line);
+    // Minutes are taken as they stand, and 24 - 12 is the twelve o'clock hour.
+    const testing::Rows<std::string_view, std::size_t, ClockMinutes, std::size_t> cases = {
+        {"12:00am", 0, 720, 7},  {"12:00pm", 0, 720, 7},  {"12:15am", 0, 735, 7},
+        {"1:05am", 0, 785, 6},   {"11:30pm", 0, 690, 7},  {"11:59am", 0, 1439, 7},
+        {"10:30AM", 0, 1350, 7}, {"x 7:5Pm.", 2, 425, 7}, {"7:99pm", 0, 519, 6},
+        {"24:10am", 0, 730, 7},  {"13:00am", 0, 780, 7},  {"99:99am", 0, 6039, 7},
+        {"0:10am", 0, 730, 6},   {"123:00pm", 0, -1, 0},  {"123:00pm", 1, -1, 1},
+        {"7:30", 0, -1, 0},      {"7:30 pm", 0, -1, 0},   {"7:123pm", 0, -1, 0},
+        {"7:pm", 0, -1, 0},      {":30pm", 0, -1, 0},     {"1:2:30pm", 2, -1, 2},
+        {"11:30pm", 1, -1, 1},   {"7:30p", 0, -1, 0},     {"7:30pm", 6, -1, 6},
+        {"7:30pm", 99, -1, 99},  {"", 0, -1, 0}};
+    for (const auto& [line, position, value, after] : cases) {
+        SCOPED_TRACE(line);
         std::size_t end = 1234;
-        EXPECT_EQ(ParseClockAt(c.line, c.position, &end), c.value);
-        EXPECT_EQ(end, c.end);
+        EXPECT_EQ(ParseClockAt(line, position, &end), value);
+        EXPECT_EQ(end, after);
     }
 }
 
 TEST(Clock, FindsATimeWithinThreeHours) {
-    struct Case {
-        std::string_view line;
-        ClockMinutes lowerBound;
-        ClockMinutes found;
-        std::size_t end;
-    };
     constexpr std::size_t leftAlone = 777;
-    for (const Case& c : std::initializer_list<Case>{{"at 2:30am", 690, 870, 9},
-                                                     {"at 2:31am", 690, -5, leftAlone},
-                                                     {"at 11:29pm", 690, -5, leftAlone},
-                                                     {"11:30pm 11:40pm", 691, 700, 15},
-                                                     {"11:30pm 11:40pm", -1, 690, 7},
-                                                     {"11:30", -1, -5, leftAlone},
-                                                     {"0:00pm", 0, 0, 6}}) {
-        SCOPED_TRACE(c.line);
+    for (const auto& [line, lowerBound, found, after] :
+         testing::Rows<std::string_view, ClockMinutes, ClockMinutes, std::size_t>{
+             {"at 2:30am", 690, 870, 9},
+             {"at 2:31am", 690, -5, leftAlone},
+             {"at 11:29pm", 690, -5, leftAlone},
+             {"11:30pm 11:40pm", 691, 700, 15},
+             {"11:30pm 11:40pm", -1, 690, 7},
+             {"11:30", -1, -5, leftAlone},
+             {"0:00pm", 0, 0, 6}}) {
+        SCOPED_TRACE(line);
         std::size_t end = leftAlone;
-        EXPECT_EQ(FindClock(c.line, c.lowerBound, -5, &end), c.found);
-        EXPECT_EQ(end, c.end);
+        EXPECT_EQ(FindClock(line, lowerBound, -5, &end), found);
+        EXPECT_EQ(end, after);
     }
 }
 
@@ -98,23 +87,12 @@ TEST(Clock, LookingForColonsFindsWhatTryingEveryPositionFinds) {
 }
 
 TEST(Clock, PrintsMinutesFromNoon) {
-    struct Case {
-        ClockMinutes value;
-        std::string_view text;
-    };
-    for (const Case& c : std::initializer_list<Case>{{690, "11:30pm"},
-                                                     {735, "12:15am"},
-                                                     {785, "1:05am"},
-                                                     {779, "12:59am"},
-                                                     {720, "12:00am"},
-                                                     {719, "11:59pm"},
-                                                     {0, "0:00pm"},
-                                                     {59, "0:59pm"},
-                                                     {60, "1:00pm"},
-                                                     {1439, "11:59am"},
-                                                     {1440, "12:00am"},
-                                                     {1500, "13:00am"}}) {
-        EXPECT_EQ(FormatClock(c.value), c.text);
+    const testing::Rows<ClockMinutes, std::string_view> cases = {
+        {690, "11:30pm"}, {735, "12:15am"},  {785, "1:05am"},   {779, "12:59am"},
+        {720, "12:00am"}, {719, "11:59pm"},  {0, "0:00pm"},     {59, "0:59pm"},
+        {60, "1:00pm"},   {1439, "11:59am"}, {1440, "12:00am"}, {1500, "13:00am"}};
+    for (const auto& [value, text] : cases) {
+        EXPECT_EQ(FormatClock(value), text);
     }
 }
 

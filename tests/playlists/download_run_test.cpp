@@ -2,41 +2,25 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
-
-#include "tests/support/canned_site.h"
-#include "tests/support/environment.h"
-#include "tests/support/fake_clock.h"
-#include "tests/support/moments.h"
-#include "tests/support/recorder.h"
-#include "tests/support/temp_folder.h"
+#include "tests/playlists/source_fixture.h"
+#include "tests/support/rows.h"
 #include "util/files.h"
 
 namespace ostrova::playlists {
 namespace {
 
 using testing::At;
-using Strings = std::vector<std::string>;
 
 constexpr const char* Index2008 = "/vantra/playlist/?year=2008";
 
-class DownloadRunTest : public ::testing::Test {
+class DownloadRunTest : public SourceTest {
 protected:
-    DownloadRunTest() {
-        source_.tools = {.http = http_.get(), .messages = &messages_};
-        source_.clock = &clock_;
-        source_.dataFolder = &folder_.Path();
-        source_.siteHost = testing::CannedSite::Host;
-        // The current guest page is kept in the current folder.
-        EXPECT_TRUE(util::ChangeFolder(folder_.Path()));
-    }
+    // The current guest page is kept in the current folder.
+    DownloadRunTest() { EXPECT_TRUE(util::ChangeFolder(folder_.Path())); }
     ~DownloadRunTest() override { EXPECT_TRUE(util::ChangeFolder("/")); }
 
     static std::string Page(const std::string& title) {
         return "<td>11:30pm</td><td>" + title + " - Artist</td>\n";
-    }
-    void PutArchived(const std::string& date, const std::string& body) {
-        site_.Put("/vantra/playlist/archive/" + date.substr(0, 4) + "/" + date + ".htm", body);
     }
     RunResult RunWeekend(const std::string& friday, bool isLatest = false) {
         return WeekendRun(source_, state_, At(friday + " 12:00:00"), true, isLatest);
@@ -51,41 +35,28 @@ protected:
         }
         return titles;
     }
-    [[nodiscard]] std::set<std::string> Cached() const { return folder_.Names("Cache"); }
 
-    testing::TimeZone zone_{"Europe/Berlin"};
-    testing::TempFolder folder_;
-    testing::CannedSite site_;
-    std::unique_ptr<platform::HttpClient> http_ = site_.Client();
-    testing::FakeClock clock_{At("2026-11-24 12:00:00")};
-    testing::MessageRecorder recorder_;
-    feedback::Messages messages_{recorder_};
-    PageSource source_;
     WeekendState state_;
 };
 
 TEST_F(DownloadRunTest, OneShowIsEnoughAndIsNeverFetchedAgain) {
-    PutArchived("20050304", Page("Night"));
+    site_.PutArchived("20050304", Page("Night"));
     EXPECT_TRUE(RunWeekend("2005-03-04").had);
     EXPECT_EQ(Titles(), (Strings{"Night", "", ""}));
     EXPECT_EQ(Cached(), std::set<std::string>{"20050304.htm"});
     site_.Forget();
     EXPECT_TRUE(RunWeekend("2005-03-04").had);
-    EXPECT_EQ(site_.Asked(), (Strings{"/vantra/playlist/archive/2005/20050305.htm",
-                                      "/vantra/playlist/archive/2005/20050305.htm",
-                                      "/vantra/guest/2005/default.htm"}));
+    const std::string saturday = testing::CannedSite::Archived("20050305");
+    EXPECT_EQ(site_.Asked(), (Strings{saturday, saturday, "/vantra/guest/2005/default.htm"}));
     EXPECT_FALSE(RunWeekend("2005-03-11").had);
     EXPECT_EQ(Titles(), (Strings{"", "", ""}));
 }
 
-TEST_F(DownloadRunTest, APageWithoutSongsCountsButIsNotKept) {
-    PutArchived("20050304", "<html>Sorry</html>");
+TEST_F(DownloadRunTest, APageWithoutSongsCountsButOnlyOneThatCannotBeReadIsKept) {
+    site_.PutArchived("20050304", "<html>Sorry</html>");
     EXPECT_TRUE(RunWeekend("2005-03-04").had);
     EXPECT_EQ(Cached(), std::set<std::string>());
-}
-
-TEST_F(DownloadRunTest, APageThatCannotBeReadStaysAndIsTold) {
-    folder_.Write("Cache/20050304.htm/inside", "");  // a folder of the page's name
+    std::filesystem::create_directory(folder_.Path("Cache/20050304.htm"));  // no page, but its name
     EXPECT_TRUE(RunWeekend("2005-03-04").had);
     EXPECT_EQ(Cached(), std::set<std::string>{"20050304.htm"});
     EXPECT_EQ(recorder_.Said(), Strings{"Error: Couldn't open '" +
@@ -109,36 +80,31 @@ TEST_F(DownloadRunTest, TheYearIndexSaysWhereNewerPagesLie) {
 TEST_F(DownloadRunTest, AnIndexThatCannotBeHadLeavesTheOldOneAndItsPause) {
     folder_.Write("Cache/lists2008.htm", "old");
     site_.Put(Index2008, testing::CannedSite::Answer{.status = 503, .retryAfterSeconds = 300});
-    PutArchived("20080308", Page("Night"));
+    site_.PutArchived("20080308", Page("Night"));
     const RunResult result = RunWeekend("2008-03-07");
     EXPECT_TRUE(result.had);
     EXPECT_EQ(result.retryAfterSeconds, 300);
-    EXPECT_EQ(testing::FileBytes(folder_.Path("Cache/lists2008.htm")), "old");
+    EXPECT_EQ(Bytes("lists2008.htm"), "old");
 }
 
 TEST_F(DownloadRunTest, AddressesDependOnTheYearTheAgeAndTheIndex) {
-    struct Case {
-        const char* now;
-        const char* show;
-        const char* path;
+    const auto address = [this](const std::string& show) {
+        return ComputePageAddress(source_, WantCachePath::No, At(show), false).address;
     };
-    for (const Case& c : std::initializer_list<Case>{
-             {"2006-03-06 12:00", "2006-03-04 06:00", "archive/2006/20060304.htm"},
-             {"2008-03-13 11:59", "2008-03-07 12:00", "print/friday_print.htm"},
-             {"2008-03-13 12:00", "2008-03-07 12:00", "archive/2008/20080307.htm"},
-             {"2008-03-13 05:59", "2008-03-08 06:00", "print/saturdayam_print.htm"},
-             {"2008-03-13 11:59", "2008-03-08 12:00", "print/saturday_print.htm"},
-             {"2008-03-13 12:00", "2008-03-08 12:00", "archive/2008/20080308.htm"},
+    for (const auto& [now, show, path] : testing::Rows<const char*, const char*, const char*>{
+             {"2006-03-06 12:00:00", "2006-03-04 06:00", "archive/2006/20060304.htm"},
+             {"2008-03-13 11:59:59", "2008-03-07 12:00", "print/friday_print.htm"},
+             {"2008-03-13 12:00:00", "2008-03-07 12:00", "archive/2008/20080307.htm"},
+             {"2008-03-13 05:59:59", "2008-03-08 06:00", "print/saturdayam_print.htm"},
+             {"2008-03-13 11:59:59", "2008-03-08 12:00", "print/saturday_print.htm"},
+             {"2008-03-13 12:00:00", "2008-03-08 12:00", "archive/2008/20080308.htm"},
          }) {
-        clock_.SetWallClock(At(std::string(c.now) + ":00"));
-        const EpochSeconds show = At(std::string(c.show) + ":00");
-        EXPECT_EQ(ComputePageAddress(source_, WantCachePath::No, show, false).address,
-                  std::string("http://site.test/vantra/playlist/") + c.path);
+        clock_.SetWallClock(At(now));
+        EXPECT_EQ(address(show), std::string("http://site.test/vantra/playlist/") + path) << now;
     }
     site_.Put(Index2008, "nothing");  // an index that does not know the show: the archive
-    EXPECT_EQ(
-        ComputePageAddress(source_, WantCachePath::No, At("2008-03-07 12:00:00"), false).address,
-        "http://site.test/vantra/playlist/archive/2008/20080307.htm");
+    EXPECT_EQ(address("2008-03-07 12:00"),
+              "http://site.test/vantra/playlist/archive/2008/20080307.htm");
     folder_.Write("Cache/20080307.htm", "x");
     const PageAddress cached =
         ComputePageAddress(source_, WantCachePath::Yes, At("2008-03-07 12:00:00"), false);
@@ -160,12 +126,12 @@ TEST_F(DownloadRunTest, TheFirstLoadFallsBackOnlyWhileTheWeekendLasts) {
     EXPECT_EQ(state_.latestWeekend, current);
     EXPECT_FALSE(load(false).found);
     EXPECT_EQ(recorder_.Said(), (Strings{failed, failed}));
-    PutArchived("20050304", Page("Old"));
+    site_.PutArchived("20050304", Page("Old"));
     EXPECT_TRUE(load(false).steppedBack);
     EXPECT_FALSE(state_.latestIsCurrent);
     EXPECT_EQ(state_.latestWeekend, current - SecondsPerWeek);
     EXPECT_EQ(state_.displayedWeekend, WeekendAt(current - SecondsPerWeek));
-    PutArchived("20050311", Page("New"));
+    site_.PutArchived("20050311", Page("New"));
     EXPECT_FALSE(load(false).steppedBack);
     EXPECT_TRUE(state_.latestIsCurrent);
     EXPECT_TRUE(load(true).found);
@@ -174,7 +140,7 @@ TEST_F(DownloadRunTest, TheFirstLoadFallsBackOnlyWhileTheWeekendLasts) {
 }
 
 TEST_F(DownloadRunTest, AChosenWeekendIsLoadedAndRedrawnOnce) {
-    PutArchived("20050304", Page("Chosen"));
+    site_.PutArchived("20050304", Page("Chosen"));
     state_.displayedWeekend = WeekendAt(At("2005-03-04 12:00:00"));
     state_.reloadRequested = true;
     int redrawn = 0;
@@ -185,7 +151,7 @@ TEST_F(DownloadRunTest, AChosenWeekendIsLoadedAndRedrawnOnce) {
 }
 
 TEST_F(DownloadRunTest, TheNewestGuestIsFoundOnEitherPageAndRemembered) {
-    PutArchived("20050304", Page("x"));
+    site_.PutArchived("20050304", Page("x"));
     site_.Put("/vantra/guest/default.htm", "on 4 &amp; 5 March\nA & B\n<a href=\"ab.htm\">more\n");
     RunWeekend("2005-03-04", /*isLatest=*/true);
     const GuestInfo guest{
@@ -200,14 +166,12 @@ TEST_F(DownloadRunTest, TheNewestGuestIsFoundOnEitherPageAndRemembered) {
 }
 
 TEST_F(DownloadRunTest, TheCurrentGuestPageAddsToWhatTheYearlyPageSaid) {
-    PutArchived("20050304", Page("x"));
-    site_.Put("/vantra/guest/2005/default.htm",
-              "4 & 5 March <a href=\"http://site.test/g\"></a><td>\n");
-    site_.Put("/vantra/guest/default.htm", "on 5 March\nName\n");
-    RunWeekend("2005-03-04", /*isLatest=*/true);
-    EXPECT_TRUE(state_.guest.shown.text);
-    EXPECT_EQ(state_.guest.shown.link, "http://site.test/g");
-    EXPECT_TRUE(state_.guest.shown.bothNights);
+    site_.PutArchived("20080307", Page("x"));
+    site_.Put("/vantra/guest/?year=2008.htm", "<a href=\"http://site.test/g\">\n7 & 8 March\n");
+    site_.Put("/vantra/guest/default.htm", "on 8 March\nName\n");
+    RunWeekend("2008-03-07", /*isLatest=*/true);
+    EXPECT_EQ(state_.guest.shown,
+              (GuestInfo{.text = "Name\n", .link = "http://site.test/g", .bothNights = true}));
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/environment.h"
+#include "tests/support/rows.h"
 
 namespace ostrova::playlists {
 namespace {
@@ -29,24 +30,20 @@ void ExpectGuests(Reader reader, std::string_view address, std::initializer_list
     }
 }
 
-GuestInfo Guest(std::string text) {
-    return {std::move(text), std::nullopt, false};
+GuestInfo Guest(std::string text, bool bothNights = false) {
+    return {std::move(text), std::nullopt, bothNights};
+}
+
+GuestInfo OnBothNights(std::string text) {
+    return Guest(std::move(text), true);
 }
 
 GuestInfo Linked(std::string text, std::string link) {
     return {std::move(text) + " (click for more info)", std::move(link), false};
 }
 
-GuestInfo OnBothNights(std::string text) {
-    return {std::move(text), std::nullopt, true};
-}
-
 TEST(GuestLink, IsTakenWithItsPagesFolder) {
-    struct LinkCase {
-        std::string_view line;
-        std::optional<std::string> link;
-    };
-    for (const LinkCase& c : std::initializer_list<LinkCase>{
+    for (const auto& [line, link] : testing::Rows<std::string_view, std::optional<std::string>>{
              {"<a href=\"guest1.htm\">x", "http://host/a/guest1.htm"},
              {"<A HREF = \"HTTP://x/\">", "HTTP://x/"},
              {"<a href=\"https://x/\">", "http://host/a/https://x/"},  // only "http:" stands alone
@@ -57,7 +54,7 @@ TEST(GuestLink, IsTakenWithItsPagesFolder) {
              {"<a href=x", std::nullopt},
              {"<a class=\"x\" href=\"y\">", std::nullopt},
              {"x", std::nullopt}}) {
-        EXPECT_EQ(ExtractLink(c.line, 0, "http://host/a/b.htm"), c.link) << c.line;
+        EXPECT_EQ(ExtractLink(line, 0, "http://host/a/b.htm"), link) << line;
     }
     EXPECT_EQ(ExtractLink("x<a href=\"y\">", 1, "http:page"), "http:y");
     EXPECT_EQ(ExtractLink("<a href=\"y\">", 0, "page"), "y");

@@ -124,30 +124,12 @@ private:
 
 TEST(PlainLayouts, BlocksAreReadAsIfEveryPositionWereAsked) {
     const std::string x60(60, 'x');
-    const std::string_view parts[] = {"<strong>",
-                                      "</STRONG>",
-                                      "<em>",
-                                      "</em>",
-                                      "class=\"time\">",
-                                      "class='Time'>",
-                                      "<STRONG>",
-                                      "<em>",
-                                      "11:00pm ",
-                                      "1:05am",
-                                      "class=\"time'>",
-                                      " - ",
-                                      "Artist",
-                                      "\n",
-                                      " ",
-                                      "rong>",
-                                      "class='time'>",
-                                      std::string_view("\0", 1),
-                                      x60,
-                                      x60,
-                                      ">",
-                                      "<strong>",
-                                      "</em>",
-                                      "<"};
+    const std::string_view zero("\0", 1);
+    const std::string_view parts[] = {
+        "<strong>", "</STRONG>", "<em>",     "</em>",    "class=\"time\">", "class='Time'>",
+        "<STRONG>", "<em>",      "11:00pm ", "1:05am",   "class=\"time'>",  " - ",
+        "Artist",   "\n",        " ",        "rong>",    "class='time'>",   zero,
+        x60,        x60,         ">",        "<strong>", "</em>",           "<"};
     RandomText random;
     for (int i = 0; i < 20'000; ++i) {
         const std::string text = random.Next(parts, 80);

@@ -10,140 +10,94 @@
 
 #include "demo/faults.h"
 #include "tests/playlists/transfer_fixture.h"
+#include "tests/support/rows.h"
 
 namespace ostrova::playlists {
 namespace {
 
 using testing::FileBytes;
-using Strings = std::vector<std::string>;
+using testing::Rows;
 
-struct FaultCase {
-    std::string_view fault;
-    TransferStatus status;
-    std::string_view detail;  // of the message, behind "Error: Checking failed.\n\n"
-};
+demo::Handler Playing(std::string_view fault) {
+    return [fault](const demo::ServerRequest& request, demo::Connection& connection) {
+        return demo::PlayFault(fault, request, connection);
+    };
+}
 
 class TransferFaults : public TransferTest {
 protected:
-    void ExpectOutcome(const FaultCase& c) {
-        SCOPED_TRACE(c.fault);
-        const demo::HttpServer server(
-            [&](const demo::ServerRequest& request, demo::Connection& connection) {
-                return demo::PlayFault(c.fault, request, connection);
-            });
-        const testing::TempFolder folder;
-        folder.Write("page", "of yesterday");
-        recorder_.Forget();
+    /// `detail` is that of the message.
+    void ExpectOutcome(std::string_view fault, TransferStatus status, const std::string& detail) {
+        SCOPED_TRACE(fault);
+        played_.emplace(fault);
+        const demo::HttpServer server(Playing(fault));
+        folder_.Write("page", "of yesterday");
         const auto start = std::chrono::steady_clock::now();
-        const TransferResult result = DownloadToFile(tools_, {.localPath = folder.Path("page"),
-                                                              .url = server.Address() + "/page",
-                                                              .message = "Checking failed.",
-                                                              .reportErrors = ReportErrors::Yes});
+        const TransferResult result = Get(server.Address() + "/page");
         EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
-        EXPECT_EQ(static_cast<int>(result.status), static_cast<int>(c.status));
+        EXPECT_EQ(result.status, status);
         EXPECT_TRUE(result.reachedNetwork);
-        if (c.status == TransferStatus::Done) {
-            EXPECT_EQ(recorder_.Said(), Strings());
-            EXPECT_EQ(folder.Names(), std::set<std::string>{"page"});
-            EXPECT_NE(FileBytes(folder.Path("page")), "of yesterday");
-        } else {
-            EXPECT_EQ(recorder_.Said(),
-                      Strings{"Error: Checking failed.\n\n" + std::string(c.detail)});
-            // What stood there goes only when its successor was on its way already.
-            const bool hadBegun = c.detail.starts_with("InternetReadFile");
-            EXPECT_EQ(FileBytes(folder.Path("page")), hadBegun ? "" : "of yesterday");
-            EXPECT_EQ(folder.Names().size(), hadBegun ? 0u : 1u);
-        }
+        const bool isDone = status == TransferStatus::Done;
+        EXPECT_EQ(TakeDetails(), isDone ? Strings{} : Strings{detail});
+        // What stood there goes only when its successor was on its way already.
+        const bool hadBegun = detail.starts_with("InternetReadFile");
+        EXPECT_EQ(folder_.Names().size(), hadBegun ? 0u : 1u);
+        EXPECT_EQ(FileBytes(Page()) == "of yesterday", !isDone && !hadBegun);
     }
+
+    std::set<std::string> played_;
 };
 
 TEST_F(TransferFaults, EndEachInItsWay) {
     using enum TransferStatus;
-    constexpr std::string_view timeout = "InternetReadFile: Timeout was reached";
-    constexpr std::string_view encoding =
-        "InternetQueryDataAvailable: Unrecognized or bad HTTP Content or Transfer-Encoding";
-    constexpr std::string_view tooLarge = "InternetReadFile: Maximum file size exceeded";
-    constexpr std::string_view cut = "InternetReadFile: Transferred a partial file";
-    constexpr std::string_view received =
-        "InternetReadFile: Failure when receiving data from the peer";
-    constexpr std::string_view noProtocol = "InternetOpenUrl: Unsupported protocol";
-    constexpr std::string_view hops = "InternetOpenUrl: Number of redirects hit maximum amount";
-    for (const FaultCase& c : std::initializer_list<FaultCase>{
-             {"silent", BadAnswer, "InternetOpenUrl: Timeout was reached"},
-             {"hang", BadAnswer, timeout},
-             {"drip", BadAnswer, timeout},
-             {"slow", Done, ""},
-             {"reset", BadAnswer, received},
-             {"reset-early", BadAnswer,
-              "InternetOpenUrl: Failure when receiving data from the peer"},
-             {"hangup", BadAnswer,
-              "InternetOpenUrl: Server returned nothing (no headers, no data)"},
-             {"close-kept", Done, ""},
-             {"trunc", BadAnswer, cut},
-             {"longer", Done, ""},
-             {"two-lengths", BadAnswer, "InternetQueryDataAvailable: Weird server reply"},
-             {"negative-length", BadAnswer, "HttpQueryInfo: Weird server reply"},
-             {"chunk-garbage", BadAnswer, received},
-             {"chunk-cut", BadAnswer, cut},
-             {"chunk-huge", BadAnswer,
-              "InternetQueryDataAvailable: Failure when receiving data from the peer"},
-             {"close", BadAnswer, "InternetReadFile: The server sent only a part of the file"},
-             {"close-whole", Done, ""},
-             {"gzip", BadAnswer, encoding},
-             {"gzip-bomb", BadAnswer, encoding},
-             {"gzip-cut", BadAnswer, encoding},
-             {"gzip-not", BadAnswer, encoding},
-             {"gzip-transfer", BadAnswer, encoding},
-             {"redirect", Done, ""},
-             {"redirect-chain-10", Done, ""},
-             {"redirect-chain-50", BadAnswer, hops},
-             {"redirect-loop", BadAnswer, hops},
-             {"redirect-file", BadAnswer, noProtocol},
-             {"redirect-ftp", BadAnswer, noProtocol},
-             {"redirect-data", BadAnswer, noProtocol},
-             {"404", BadStatus, "Couldn't find file on server (status 404)."},
-             {"410", BadStatus, "Couldn't find file on server (status 410)."},
-             {"403", BadStatus, "Couldn't find file on server (status 403)."},
-             {"429", BadStatus, "Couldn't find file on server (status 429)."},
-             {"500", BadStatus, "Couldn't find file on server (status 500)."},
-             {"503", BadStatus, "Couldn't find file on server (status 503)."},
-             {"204", BadStatus, "Couldn't find file on server (status 204)."},
-             {"206", BadStatus, "Couldn't find file on server (status 206)."},
-             {"304", BadStatus, "Couldn't find file on server (status 304)."},
-             {"error-page", Done, ""},
-             {"empty", BadAnswer, "InternetQueryDataAvailable: The server sent an empty file"},
-             {"endless", TooLarge, tooLarge},
-             {"endless-length", TooLarge, "InternetQueryDataAvailable: Maximum file size exceeded"},
-             {"header-bomb", BadAnswer, "HttpQueryInfo: Failure when receiving data from the peer"},
-             {"big-header", BadAnswer, "HttpQueryInfo: Out of memory"},
-             {"continue-2000", Done, ""},
-             {"http09", BadAnswer, "HttpQueryInfo: Unsupported protocol"},
-             {"http2", BadAnswer, "HttpQueryInfo: Unsupported protocol"},
-             {"tls-garbage", BadAnswer, "HttpQueryInfo: Unsupported protocol"},
-             {"nul-page", Done, ""},
-             {"long-lines", Done, ""},
-         }) {
-        ExpectOutcome(c);
+    const std::string open = "InternetOpenUrl: ", info = "HttpQueryInfo: ";
+    const std::string query = "InternetQueryDataAvailable: ", read = "InternetReadFile: ";
+    const std::string received = "Failure when receiving data from the peer";
+    for (const auto& [status, detail, faults] :
+         Rows<TransferStatus, std::string, std::vector<std::string_view>>{
+             {Done, "", {"slow", "close-kept", "longer", "close-whole", "redirect"}},
+             {Done, "", {"redirect-chain-10", "error-page", "continue-2000", "nul-page"}},
+             {Done, "", {"long-lines"}},
+             {BadAnswer, open + "Timeout was reached", {"silent"}},
+             {BadAnswer, read + "Timeout was reached", {"hang", "drip"}},
+             {BadAnswer, open + received, {"reset-early"}},
+             {BadAnswer, read + received, {"reset", "chunk-garbage"}},
+             {BadAnswer, query + received, {"chunk-huge"}},
+             {BadAnswer, info + received, {"header-bomb"}},
+             {BadAnswer, open + "Server returned nothing (no headers, no data)", {"hangup"}},
+             {BadAnswer, read + "Transferred a partial file", {"trunc", "chunk-cut"}},
+             {BadAnswer, read + "The server sent only a part of the file", {"close"}},
+             {BadAnswer, query + "Weird server reply", {"two-lengths"}},
+             {BadAnswer, info + "Weird server reply", {"negative-length"}},
+             {BadAnswer,
+              query + "Unrecognized or bad HTTP Content or Transfer-Encoding",
+              {"gzip", "gzip-bomb", "gzip-cut", "gzip-not", "gzip-transfer"}},
+             {BadAnswer,
+              open + "Number of redirects hit maximum amount",
+              {"redirect-chain-50", "redirect-loop"}},
+             {BadAnswer,
+              open + "Unsupported protocol",
+              {"redirect-file", "redirect-ftp", "redirect-data"}},
+             {BadAnswer, info + "Unsupported protocol", {"http09", "http2", "tls-garbage"}},
+             {BadAnswer, info + "Out of memory", {"big-header"}},
+             {BadAnswer, query + "The server sent an empty file", {"empty"}},
+             {TooLarge, read + "Maximum file size exceeded", {"endless"}},
+             {TooLarge, query + "Maximum file size exceeded", {"endless-length"}}}) {
+        for (const std::string_view fault : faults) ExpectOutcome(fault, status, detail);
+    }
+    for (const std::string fault :
+         {"404", "410", "403", "429", "500", "503", "204", "206", "304"}) {
+        ExpectOutcome(fault, BadStatus, "Couldn't find file on server (status " + fault + ").");
+    }
+    for (const demo::FaultName& fault : demo::FaultNames()) {
+        EXPECT_TRUE(played_.contains(std::string(fault.name))) << fault.name;
     }
 }
 
-TEST_F(TransferFaults, TheTableIsComplete) {
-    EXPECT_EQ(demo::FaultNames().size(), 50u);
-    const demo::HttpServer server([](const demo::ServerRequest& request, demo::Connection& c) {
-        return demo::PlayFault("no-such-fault", request, c);
-    });
-    EXPECT_EQ(Get(server.Address()).httpStatus, 404);
-}
-
 TEST_F(TransferFaults, GiveBackWhatTheSiteSaid) {
-    struct Case {
-        std::string_view fault;
-        std::string page;
-        int retryAfterSeconds;
-    };
     std::string zeros = demo::FaultPage();
     for (std::size_t i = 6; i < zeros.size(); i += 50) zeros[i] = '\0';
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [fault, page, retryAfterSeconds] : Rows<std::string_view, std::string, int>{
              {"slow", demo::FaultPage(), 0},
              {"longer", demo::FaultPage(), 0},
              {"nul-page", zeros, 0},
@@ -151,26 +105,20 @@ TEST_F(TransferFaults, GiveBackWhatTheSiteSaid) {
              {"429", "", 120},
              {"503", "", 3600},
              {"500", "", 0},
+             {"no-such-fault", "", 0},
          }) {
-        SCOPED_TRACE(c.fault);
-        const demo::HttpServer server(
-            [&](const demo::ServerRequest& request, demo::Connection& connection) {
-                return demo::PlayFault(c.fault, request, connection);
-            });
+        SCOPED_TRACE(fault);
+        const demo::HttpServer server(Playing(fault));
         std::filesystem::remove(Page());
-        EXPECT_EQ(Get(server.Address() + "/page").retryAfterSeconds, c.retryAfterSeconds);
-        EXPECT_EQ(FileBytes(Page()), c.page);
+        EXPECT_EQ(Get(server.Address() + "/page").retryAfterSeconds, retryAfterSeconds);
+        EXPECT_EQ(FileBytes(Page()), page);
     }
 }
 
 TEST_F(TransferFaults, ARequestThatNeverLeftTheMachineIsKnownAsSuch) {
     std::string refused;
     { refused = demo::HttpServer(nullptr).Address(); }
-    struct Case {
-        std::string url;
-        std::string detail;
-    };
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [url, detail] : Rows<std::string, std::string>{
              {refused, "Couldn't connect to server"},
              {"http://no-such-host.invalid/", "Couldn't resolve host name"},
              {"ftp://127.0.0.1/", "Unsupported protocol"},
@@ -180,13 +128,11 @@ TEST_F(TransferFaults, ARequestThatNeverLeftTheMachineIsKnownAsSuch) {
              {"http://", "URL using bad/illegal format or missing URL"},
              {"http://a b:x/", "URL using bad/illegal format or missing URL"},
          }) {
-        SCOPED_TRACE(c.url);
-        recorder_.Forget();
-        const TransferResult result = Get(c.url);
-        EXPECT_EQ(static_cast<int>(result.status), static_cast<int>(TransferStatus::NoConnection));
+        SCOPED_TRACE(url);
+        const TransferResult result = Get(url);
+        EXPECT_EQ(result.status, TransferStatus::NoConnection);
         EXPECT_FALSE(result.reachedNetwork);
-        EXPECT_EQ(recorder_.Said(),
-                  Strings{"Error: Checking failed.\n\nInternetOpenUrl: " + c.detail});
+        EXPECT_EQ(TakeDetails(), Strings{"InternetOpenUrl: " + detail});
     }
 }
 
@@ -209,8 +155,7 @@ TEST_F(TransferFaults, AConnectionThatIsNeverTakenEndsInTime) {
     const TransferResult result =
         Get("http://127.0.0.1:" + std::to_string(ntohs(address.sin_port)));
     EXPECT_FALSE(result.reachedNetwork);
-    EXPECT_EQ(recorder_.Said(),
-              Strings{"Error: Checking failed.\n\nInternetOpenUrl: Timeout was reached"});
+    EXPECT_EQ(TakeDetails(), Strings{"InternetOpenUrl: Timeout was reached"});
     for (const int filler : fillers) ::close(filler);
     ::close(listener);
 }

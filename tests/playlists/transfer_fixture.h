@@ -20,10 +20,16 @@ namespace ostrova::playlists {
 
 /// A client that gives up sooner, so that no test waits for long.
 inline platform::HttpTimeouts ShortTimeouts() {
-    platform::HttpTimeouts timeouts;
-    timeouts.connect = std::chrono::milliseconds(400);
-    timeouts.stall = std::chrono::milliseconds(400);
-    return timeouts;
+    return {.connect = std::chrono::milliseconds(400), .stall = std::chrono::milliseconds(400)};
+}
+
+using Strings = std::vector<std::string>;
+
+/// What a server does that answers every request with `body`.
+inline demo::Handler Always(std::string body) {
+    return [body = std::move(body)](const demo::ServerRequest&, demo::Connection& connection) {
+        return demo::SendAnswer(connection, 200, body);
+    };
 }
 
 /// What a transfer needs, with the messages taken down and no proxy of the machine in the way.
@@ -34,12 +40,23 @@ protected:
         tools_.messages = &messages_;
     }
 
-    /// Downloads `url` into "page" of the folder, reporting errors.
-    TransferResult Get(const std::string& url) {
-        return DownloadToFile(tools_, {.localPath = Page(),
-                                       .url = url,
-                                       .message = "Checking failed.",
-                                       .reportErrors = ReportErrors::Yes});
+    /// A download of `url` into "page" of the folder that reports errors.
+    [[nodiscard]] Download Wanted(const std::string& url) const {
+        return {.localPath = Page(),
+                .url = url,
+                .message = "Checking failed.",
+                .reportErrors = ReportErrors::Yes};
+    }
+    TransferResult Get(const std::string& url) { return DownloadToFile(tools_, Wanted(url)); }
+    /// What was said, without the first line that all errors of such a download have.
+    Strings TakeDetails() {
+        Strings details = recorder_.Said();
+        recorder_.Forget();
+        constexpr std::string_view start = "Error: Checking failed.\n\n";
+        for (std::string& text : details) {
+            if (text.starts_with(start)) text.erase(0, start.size());
+        }
+        return details;
     }
     [[nodiscard]] std::string Page() const { return folder_.Path("page"); }
 

@@ -4,14 +4,15 @@
 
 #include "tests/playlists/transfer_fixture.h"
 #include "tests/support/memory_store.h"
+#include "tests/support/rows.h"
 
 namespace ostrova::playlists {
 namespace {
 
 using testing::EnvironmentVariable;
 using testing::FileBytes;
+using testing::Rows;
 using State = TransferJob::State;
-using Strings = std::vector<std::string>;
 
 class TransferJobTest : public TransferTest {
 protected:
@@ -63,28 +64,22 @@ TEST_F(TransferJobTest, RunsOnceAndIsCollected) {
 }
 
 TEST_F(TransferJobTest, ASecondAskerWhoWantsToKnowIsToldOnce) {
-    struct Case {
-        ReportErrors first;
-        ReportErrors second;
-        bool accepted;
-        Strings said;
-    };
-    const Strings error{"Error: Checking failed.\n\nCouldn't find file on server (status 404)."};
+    const Strings error{"Couldn't find file on server (status 404)."};
     using enum ReportErrors;
-    for (const Case& c : std::initializer_list<Case>{{No, Yes, true, error},
-                                                     {Yes, Yes, false, error},
-                                                     {Yes, No, false, error},
-                                                     {No, No, false, {}}}) {
-        recorder_.Forget();
+    for (const auto& [first, second, accepted, said] :
+         Rows<ReportErrors, ReportErrors, bool, Strings>{{No, Yes, true, error},
+                                                         {Yes, Yes, false, error},
+                                                         {Yes, No, false, error},
+                                                         {No, No, false, {}}}) {
         answers_ = false;
         TransferJob job(tools_);
-        EXPECT_TRUE(Start(job, server_.Address() + "/lost", c.first));
-        EXPECT_EQ(Start(job, "", c.second), c.accepted);
-        EXPECT_FALSE(c.accepted && Start(job, "", c.second));
+        EXPECT_TRUE(Start(job, server_.Address() + "/lost", first));
+        EXPECT_EQ(Start(job, "", second), accepted);
+        EXPECT_FALSE(accepted && Start(job, "", second));
         answers_ = true;
         CollectAtLast(job);
         EXPECT_FALSE(job.Result());
-        EXPECT_EQ(recorder_.Said(), c.said);
+        EXPECT_EQ(TakeDetails(), said);
     }
     EXPECT_EQ(server_.Requests(), (Strings{"/lost", "/lost", "/lost", "/lost"}));
 }
@@ -105,11 +100,9 @@ TEST_F(TransferJobTest, ItsEndDoesNotWaitForTheServer) {
 
 TEST_F(TransferJobTest, PostsAndCopiesToo) {
     TransferJob job(tools_);
-    EXPECT_TRUE(
-        job.StartPost("no address", "a=1", 10, AgentName, "Posting failed.", ReportErrors::Yes));
+    EXPECT_TRUE(job.StartPost("no address", "a=1", 10, AgentName, "", ReportErrors::Yes));
     CollectAtLast(job);
-    EXPECT_FALSE(job.Result());
-    EXPECT_EQ(recorder_.Said(),
+    EXPECT_EQ(TakeDetails(),
               Strings{"Internal Error: URL is missing 'http://' or similar:\nno address"});
     {
         const EnvironmentVariable proxy("http_proxy", server_.Address());
@@ -122,7 +115,6 @@ TEST_F(TransferJobTest, PostsAndCopiesToo) {
     CollectAtLast(job);
     EXPECT_TRUE(job.Result());
     EXPECT_EQ(FileBytes(job.LocalPath()), "2.0");
-    recorder_.Forget();
     EXPECT_TRUE(Start(job, folder_.Path(), ReportErrors::No));  // a folder: told in any case
     CollectAtLast(job);
     EXPECT_EQ(recorder_.Said().size(), 2u);

@@ -4,6 +4,7 @@
 
 #include "playlists/calendar.h"
 #include "tests/support/environment.h"
+#include "tests/support/rows.h"
 
 namespace ostrova::playlists {
 namespace {
@@ -18,11 +19,7 @@ std::optional<std::string> Find(std::string_view index, Show show = Show::Night)
 }
 
 TEST(YearIndex, GivesTheLinkOfTheLineThatNamesTheDate) {
-    struct Case {
-        std::string_view index;
-        std::optional<std::string> link;
-    };
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [index, link] : testing::Rows<std::string_view, std::optional<std::string>>{
              {"<a href=\"a.htm\">Saturday 4 March</a>", "a.htm"},
              {"<a href=\"a.htm\">Saturday 4 MAR</a>", "a.htm"},
              {"<a href=\"a.htm\">Saturday 14 March</a>", std::nullopt},
@@ -38,7 +35,7 @@ TEST(YearIndex, GivesTheLinkOfTheLineThatNamesTheDate) {
              {"<a href= x=\"a.htm\" href=\"b.htm\"> 4 March", "a.htm"},
              {"<a href=\"javascript:x\"> 4 March", "javascript:x"},  // judged when it is fetched
              {"", std::nullopt}}) {
-        EXPECT_EQ(Find(c.index), c.link) << c.index;
+        EXPECT_EQ(Find(index), link) << index;
     }
 }
 

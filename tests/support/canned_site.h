@@ -27,6 +27,16 @@ public:
     /// `path` is the address behind the host.
     void Put(const std::string& path, Answer answer) { answers_[Host + path] = std::move(answer); }
     void Put(const std::string& path, const std::string& body) { Put(path, Answer{.body = body}); }
+    /// The archive's path of the page of a "yyyymmdd".
+    static std::string Archived(const std::string& date) {
+        return "/vantra/playlist/archive/" + date.substr(0, 4) + "/" + date + ".htm";
+    }
+    void PutArchived(const std::string& date, Answer answer) {
+        Put(Archived(date), std::move(answer));
+    }
+    void PutArchived(const std::string& date, const std::string& body) {
+        Put(Archived(date), body);
+    }
 
     /// Addresses asked for so far, without the host, in order of arrival.
     [[nodiscard]] std::vector<std::string> Asked() const {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
+#include "tests/support/rows.h"
 
 namespace ostrova::util {
 namespace {
@@ -16,11 +16,7 @@ TEST(CodePage, EveryByteGoesOutAndComesBack) {
 }
 
 TEST(CodePage, TakesTheNearestTextOfWhatThePageLacks) {
-    struct Case {
-        std::string_view utf8;
-        std::string_view page;
-    };
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [utf8, page] : testing::Rows<std::string_view, std::string_view>{
              {"Dvo\u0159\u00E1k", "Dvor\xE1k"},  // a letter loses the mark that the page lacks
              {"e\u0301", "\xE9"},                // a mark of its own joins its letter first
              {"\uFB01n", "fin"},                 // a ligature comes apart
@@ -30,7 +26,7 @@ TEST(CodePage, TakesTheNearestTextOfWhatThePageLacks) {
              {"\xED\xA0\x80", "???"},            // a lone surrogate
              {"\u2018x\u2019", "\x91x\x92"},
          }) {
-        EXPECT_EQ(FromUtf8(c.utf8), c.page) << c.utf8;
+        EXPECT_EQ(FromUtf8(utf8), page) << utf8;
     }
 }
 

@@ -2,9 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
 #include <string>
 #include <vector>
+
+#include "tests/support/rows.h"
 
 namespace ostrova::util {
 namespace {
@@ -28,15 +29,11 @@ TEST(LineReader, SplitsLongLinesAndEndsAPieceAtAZeroByte) {
 }
 
 TEST(LineReader, TextModeDropsACarriageReturnBeforeALineFeedOnly) {
-    struct Case {
-        std::string bytes;
-        std::string text;
-    };
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [bytes, inTextMode] : testing::Rows<std::string, std::string>{
              {"a\r\nb\r\n", "a\nb\n"}, {"a\rb", "a\rb"}, {"\r\r\n", "\r\n"}, {"\r", "\r"}}) {
-        std::string text = c.bytes;
+        std::string text = bytes;
         ToTextMode(text);
-        EXPECT_EQ(text, c.text);
+        EXPECT_EQ(text, inTextMode);
     }
 }
 

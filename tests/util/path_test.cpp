@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
+#include "tests/support/rows.h"
 
 namespace ostrova::util {
 namespace {
@@ -11,46 +11,34 @@ constexpr auto Posix = PathStyle::Posix;
 constexpr auto Windows = PathStyle::Windows;
 
 TEST(Path, NormalisesSeparators) {
-    struct Case {
-        PathStyle style;
-        std::string path;
-        std::string normal;
-        bool changed;
-    };
-    for (const Case& c : std::initializer_list<Case>{
-             {Windows, "C:/a//b/\\c/", "C:\\a\\b\\c\\", true},
-             {Windows, "\\\\server\\share", "\\\\server\\share", false},
-             {Windows, "///a", "\\\\a", true},  // three at the start keep two
-             {Windows, "a\\b", "a\\b", false},
-             {Windows, "a/b", "a\\b", true},
-             {Posix, "/a//b\\/c/", "/a/b\\/c/", true},  // a backslash is part of a name
-             {Posix, "//a", "//a", false},
-             {Posix, "///a", "//a", true},
-             {Posix, "", "", false},
+    for (const auto& [style, written, normal] : testing::Rows<PathStyle, std::string, std::string>{
+             {Windows, "C:/a//b/\\c/", "C:\\a\\b\\c\\"},
+             {Windows, "\\\\server\\share", "\\\\server\\share"},
+             {Windows, "///a", "\\\\a"},  // three at the start keep two
+             {Windows, "a/b", "a\\b"},
+             {Posix, "/a//b\\/c/", "/a/b\\/c/"},  // a backslash is part of a name
+             {Posix, "//a", "//a"},
+             {Posix, "///a", "//a"},
+             {Posix, "", ""},
          }) {
-        std::string path = c.path;
-        EXPECT_EQ(NormalisePath(path, c.style), c.changed) << c.path;
-        EXPECT_EQ(path, c.normal);
+        std::string path = written;
+        EXPECT_EQ(NormalisePath(path, style), written != normal) << written;
+        EXPECT_EQ(path, normal);
     }
     EXPECT_EQ(JoinPath("/data/", "Cache", Posix), "/data/Cache");
 }
 
 TEST(Path, SplitsOffTheFileName) {
-    struct Case {
-        PathStyle style;
-        std::string_view path;
-        std::string_view folder;
-        std::string_view name;
-    };
-    for (const Case& c : std::initializer_list<Case>{
+    for (const auto& [style, path, folder, name] :
+         testing::Rows<PathStyle, std::string_view, std::string_view, std::string_view>{
              {Windows, "C:file.txt", "C:", "file.txt"},
              {Windows, "a\\b/c", "a\\b/", "c"},
              {Windows, "a\\", "a\\", ""},
              {Posix, "a:b", "", "a:b"},
              {Posix, "/a/b", "/a/", "b"},
          }) {
-        EXPECT_EQ(FileNamePart(c.path, c.style), c.name) << c.path;
-        EXPECT_EQ(FolderPart(c.path, c.style), c.folder) << c.path;
+        EXPECT_EQ(FileNamePart(path, style), name) << path;
+        EXPECT_EQ(FolderPart(path, style), folder) << path;
     }
 }
 

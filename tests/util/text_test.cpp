@@ -4,6 +4,8 @@
 
 #include <climits>
 
+#include "tests/support/rows.h"
+
 namespace ostrova::util {
 namespace {
 
@@ -14,39 +16,24 @@ TEST(Text, OnlyAsciiWhiteSpaceIsBlank) {
 }
 
 TEST(Text, SkipsBreaksAndHardSpacesInAnyOrderAndCase) {
-    struct Case {
-        std::string_view text;
-        std::size_t end;
-    };
-    for (const Case& c : std::initializer_list<Case>{
-             {" <BR>&nbsp;x", 11},
-             {"&NBSPx", 5},
-             {"</p><p>\n&nbsp", 13},
-             {"<p >x", 0},
-             {"&nbs", 0},
-             {"<br", 0},
-         }) {
-        EXPECT_EQ(SkipSpaceAndBreaks(c.text), c.end) << c.text;
+    const testing::Rows<std::string_view, std::size_t> cases = {
+        {" <BR>&nbsp;x", 11}, {"&NBSPx", 5}, {"</p><p>\n&nbsp", 13},
+        {"<p >x", 0},         {"&nbs", 0},   {"<br", 0}};
+    for (const auto& [text, end] : cases) {
+        EXPECT_EQ(SkipSpaceAndBreaks(text), end) << text;
     }
     EXPECT_EQ(SkipSpaceAndBreaks("x  y", 1), 3u);
 }
 
 TEST(Text, ReadsNumbersAsFarAsTheyGo) {
-    struct Case {
-        std::string_view text;
-        int number;
-    };
-    for (const Case& c : std::initializer_list<Case>{
-             {"12ab", 12},
-             {" \n-7", -7},
-             {"+3", 3},
-             {"", 0},
-             {"x1", 0},
-             {"99999999999999999999", INT_MAX},
-             {"-99999999999999999999", INT_MIN},
-         }) {
-        EXPECT_EQ(LeadingNumber(c.text), c.number) << c.text;
-    }
+    const testing::Rows<std::string_view, int> cases = {{"12ab", 12},
+                                                        {" \n-7", -7},
+                                                        {"+3", 3},
+                                                        {"", 0},
+                                                        {"x1", 0},
+                                                        {"99999999999999999999", INT_MAX},
+                                                        {"-99999999999999999999", INT_MIN}};
+    for (const auto& [text, number] : cases) EXPECT_EQ(LeadingNumber(text), number) << text;
     EXPECT_EQ(WholeNumber("12x"), std::nullopt);
     EXPECT_EQ(WholeNumber("-12"), -12);
     EXPECT_EQ(WholeNumber("99999999999999999999"), std::nullopt);
