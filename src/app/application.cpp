@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <ostream>
+#include <vector>
 
 #include "matching/search_list_store.h"
 #include "platform/idle_memory.h"
@@ -41,15 +42,27 @@ void Application::EnterDataFolder() {
     }
 }
 
-void Application::Start(const CommandLine& commandLine) {
-    commandLine_ = commandLine;
-    LoadSettings(Place(), settings_);
-    EnterDataFolder();
-    platform::SweepLeftovers(settings_.folder);
-    platform::SweepLeftovers(util::JoinPath(settings_.folder, "Cache"));
-    for (const std::string& folder : {parts_.settingsFolder, playlists::TempFolder()}) {
+void Application::SweepFolders() {
+    std::vector<std::string> folders = {settings_.folder, util::JoinPath(settings_.folder, "Cache"),
+                                        parts_.settingsFolder, playlists::TempFolder()};
+    // The list is saved beside the program where the data folder does not take it.
+    const std::string besideProgram(util::FolderPart(parts_.programPath));
+    if (util::StatPath(besideProgram, util::WantKind::Folder, util::WantAccess::Writable)) {
+        folders.push_back(besideProgram);
+    }
+    for (const std::string& folder : folders) {
         if (!folder.empty()) platform::SweepLeftovers(folder);
     }
+}
+
+void Application::Start(const CommandLine& commandLine) {
+    commandLine_ = commandLine;
+    if (!LoadSettings(Place(), settings_)) {
+        *parts_.errors << util::Format(
+            "The settings can't be read; the data folder is taken to be '%s'\n", settings_.folder);
+    }
+    EnterDataFolder();
+    SweepFolders();
 
     upgradeHttp_ = parts_.makeHttp();
     upgrades_ = std::make_unique<UpgradeCheck>(

@@ -81,6 +81,7 @@ public:
 private:
     [[nodiscard]] SettingsPlace Place();
     void EnterDataFolder();
+    void SweepFolders();
     [[nodiscard]] bool NightPagesAreCached() const;
     [[nodiscard]] BackgroundTasks Tasks();
     [[nodiscard]] std::int32_t ReadWhenToOpen();
