@@ -123,13 +123,19 @@ BackgroundTasks Application::Tasks() {
         .runWeekend =
             [this](WeekendAnchor anchor) {
                 state_.guest.latest = {};  // another weekend's
+                // A data folder that was deleted meanwhile is made again, or another one is used.
+                if (!util::FolderExists(settings_.folder)) ReloadSettings();
                 return Runner()(anchor, /*isLatest=*/true);
             },
         .fridayPageIsCached =
             [this](WeekendAnchor anchor) {
                 return util::PathExists(playlists::ShowCachePath(settings_.folder, anchor));
             },
-        .readWhenToOpen = [this] { return ReadWhenToOpen(); },
+        .readWhenToOpen =
+            [this] {
+                ReloadSettings();
+                return settings_.whenToOpen;
+            },
         .windowIsOpen =
             [this] { return OpenWindowExists(*parts_.settingsStore, parts_.runtimeFolder); },
         .anySongMatches = [this] { return AnySongMatches(); },
@@ -139,11 +145,11 @@ BackgroundTasks Application::Tasks() {
     };
 }
 
-std::int32_t Application::ReadWhenToOpen() {
+void Application::ReloadSettings() {
+    const bool wasThere = util::FolderExists(settings_.folder);
     const std::string folder = settings_.folder;
     LoadSettings(Place(), settings_);
-    if (settings_.folder != folder) EnterDataFolder();
-    return settings_.whenToOpen;
+    if (!wasThere || settings_.folder != folder) EnterDataFolder();
 }
 
 bool Application::AnySongMatches() {

@@ -84,7 +84,7 @@ private:
     void SweepFolders();
     [[nodiscard]] bool NightPagesAreCached() const;
     [[nodiscard]] BackgroundTasks Tasks();
-    [[nodiscard]] std::int32_t ReadWhenToOpen();
+    void ReloadSettings();
     [[nodiscard]] bool AnySongMatches();
     void LetGo();
 
