@@ -3,7 +3,7 @@
 BUILD_PACKAGES="g++ cmake ninja-build ccache pkg-config libcurl4-openssl-dev libsimpleini-dev
     libcli11-dev nlohmann-json3-dev libutf8proc-dev"
 WINDOW_PACKAGES="qt6-base-dev fonts-dejavu-core"
-TEST_PACKAGES="$WINDOW_PACKAGES libgtest-dev libgmock-dev git python3 tzdata"
+TEST_PACKAGES="$WINDOW_PACKAGES libgtest-dev libgmock-dev git python3 tzdata strace faketime"
 LINT_PACKAGES="clang-format clang-tidy"
 BENCH_PACKAGES="python3 libxml2-dev curl valgrind"
 COVERAGE_PACKAGES="lcov"
