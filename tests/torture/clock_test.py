@@ -23,7 +23,6 @@ class ClockCase(Case):
         self.clock = WallClock(self.world, moment(now, zone))
         self.site(clock=self.clock, zone=zone)
         self.background = Background(self.world, self.clock)
-        self.addCleanup(self.background.process.kill)
         self.zone = zone
         self.wait_until_it_waits()
 
@@ -213,7 +212,6 @@ class ZoneChangeTest(ClockCase):
         preload = self.background.extra.pop("LD_PRELOAD")
         inside = f'mount --bind {self.etc} /etc && unset TZ && LD_PRELOAD="{preload}" exec "$@"'
         self.background.start(prefix=["unshare", "-rm", "sh", "-c", inside, "sh"])
-        self.addCleanup(self.background.process.kill)
         self.wait_until_it_waits()
 
     def test_westwards_the_moment_moves_away(self):

@@ -125,7 +125,6 @@ class CachePage(Scenario):
     name = "cache-page"
     least_calls = 80
     sample = 45
-    memory_step = 7
     is_repeatable = True
 
     def save(self, world):
@@ -156,7 +155,9 @@ class CachePage(Scenario):
         versions = super().may_change(name, old, new)
         if "2026071" in name:  # without an index, the address is made from the date
             day = name.removeprefix("data/Cache/")[:8]
-            versions.add(self.site.get(f"/vantra/playlist/archive/2026/{day}.htm"))
+            for page in (f"archive/2026/{day}", "print/friday_print", "print/saturdayam_print",
+                         "print/saturday_print"):
+                versions.add(self.site.get(f"/vantra/playlist/{page}.htm"))
         # While a page is fetched the system is kept from dialling.
         return versions | {INTERNET.replace(b"1", b"0")} if "Internet.conf" in name else versions
 
@@ -175,7 +176,6 @@ class ReadCache(CachePage):
     name = "read-cache"
     least_calls = 10
     sample = 30
-    memory_step = 7
     def prepare(self, world):
         self.save(world)
         for name, data in self.saved.items():
@@ -202,7 +202,6 @@ class BulkFetch(Scenario):
     name = "bulk-fetch"
     least_calls = 15
     is_repeatable = True
-    memory_step = 7
 
     def command(self, world):
         return [PROGRAMS / "ostrova-cli", "fetch", "--from", "2006-07-07", "--to", "2006-07-08",
@@ -237,7 +236,6 @@ class IndexedBulkFetch(BulkFetch):
 class CheckUpgrades(Scenario):
     name = "check-upgrades"
     kind = "manual"
-    memory_step = 3
 
     def prepare(self, world):
         write(world.settings, SETTINGS.format(data=world.data).encode())
@@ -284,7 +282,6 @@ class BackgroundFetch(CachePage):
     now = 1784458800  # 2026-07-19 11:00:00
     sample = 40
     memory_sample = 10
-    memory_step = 31
     is_repeatable = False
 
     def prepare(self, world):
@@ -339,7 +336,7 @@ class MemoryTest(Case):
         scenario.site = self.site("2026-07-20 12:00:00", "--latest-version", "2.0")
         sweep = Sweep(self, scenario(), self.world)
         requests = requests_of(sweep)
-        numbers = list(range(1, requests + 1, scenario.memory_step))
+        numbers = list(range(1, requests + 1))
         if not WHOLE:
             self.assertGreater(requests, 10)
             numbers = random.Random(1).sample(numbers, min(len(numbers), scenario.memory_sample))

@@ -69,6 +69,7 @@ class World:
         self.log = self.root / "log"
         self.env = {"TORTURE_LOG": str(self.log)}
         self.options = {}  # for each process: its limits, its user
+        self.processes = []
 
     def __getattr__(self, name):
         if name not in FOLDERS:
@@ -93,6 +94,10 @@ class World:
             (self.root / name).mkdir(mode=0o700)
 
     def close(self):
+        for process in self.processes:
+            if process.poll() is None:  # its test has failed
+                process.kill()
+                process.wait()
         shutil.rmtree(self.root, ignore_errors=True)
 
     def environment(self, extra=None):
@@ -134,7 +139,9 @@ class World:
             **options,
         }
         words = [str(word) for word in words]
-        return subprocess.Popen(words, env=self.environment(extra), **options)
+        process = subprocess.Popen(words, env=self.environment(extra), **options)
+        self.processes = [old for old in self.processes if old.poll() is None] + [process]
+        return process
 
     def finish(self, process):
         try:
@@ -306,7 +313,6 @@ class Scenario:
     least_calls = 10  # fewer, and the library does not see what the program does
     sample = 30  # runs of the short form
     memory_sample = 15
-    memory_step = 1  # the whole form refuses every n-th request for memory
     statuses = {0, 1, 2}
 
     def prepare(self, world):
