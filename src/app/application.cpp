@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <ostream>
+#include <vector>
 
 #include "platform/idle_memory.h"
 #include "platform/whole_file.h"
@@ -40,15 +41,27 @@ void Application::EnterDataFolder() {
     }
 }
 
-void Application::Start(const CommandLine& commandLine) {
-    commandLine_ = commandLine;
-    LoadSettings(Place(), settings_);
-    EnterDataFolder();
-    platform::SweepLeftovers(settings_.folder);
-    platform::SweepLeftovers(util::JoinPath(settings_.folder, "Cache"));
-    for (const std::string& folder : {parts_.settingsFolder, playlists::TempFolder()}) {
+void Application::SweepFolders() {
+    std::vector<std::string> folders = {settings_.folder, util::JoinPath(settings_.folder, "Cache"),
+                                        parts_.settingsFolder, playlists::TempFolder()};
+    // The list is saved beside the program where the data folder does not take it.
+    const std::string besideProgram(util::FolderPart(parts_.programPath));
+    if (util::StatPath(besideProgram, util::WantKind::Folder, util::WantAccess::Writable)) {
+        folders.push_back(besideProgram);
+    }
+    for (const std::string& folder : folders) {
         if (!folder.empty()) platform::SweepLeftovers(folder);
     }
+}
+
+void Application::Start(const CommandLine& commandLine) {
+    commandLine_ = commandLine;
+    if (!LoadSettings(Place(), settings_)) {
+        *parts_.errors << util::Format(
+            "The settings can't be read; the data folder is taken to be '%s'\n", settings_.folder);
+    }
+    EnterDataFolder();
+    SweepFolders();
 
     upgradeHttp_ = parts_.makeHttp();
     upgrades_ = std::make_unique<UpgradeCheck>(
@@ -110,13 +123,19 @@ BackgroundTasks Application::Tasks() {
         .runWeekend =
             [this](WeekendAnchor anchor) {
                 state_.guest.latest = {};  // another weekend's
+                // A data folder that was deleted meanwhile is made again, or another one is used.
+                if (!util::FolderExists(settings_.folder)) ReloadSettings();
                 return Runner()(anchor, /*isLatest=*/true);
             },
         .fridayPageIsCached =
             [this](WeekendAnchor anchor) {
                 return util::PathExists(playlists::ShowCachePath(settings_.folder, anchor));
             },
-        .readWhenToOpen = [this] { return ReadWhenToOpen(); },
+        .readWhenToOpen =
+            [this] {
+                ReloadSettings();
+                return settings_.whenToOpen;
+            },
         .windowIsOpen =
             [this] { return OpenWindowExists(*parts_.settingsStore, parts_.runtimeFolder); },
         .anySongMatches = [this] { return AnySongMatches(); },
@@ -130,11 +149,11 @@ matching::SearchListPlaces Application::ListPlaces() {
     return {.folder = &settings_.folder, .programPath = parts_.programPath};
 }
 
-std::int32_t Application::ReadWhenToOpen() {
+void Application::ReloadSettings() {
+    const bool wasThere = util::FolderExists(settings_.folder);
     const std::string folder = settings_.folder;
     LoadSettings(Place(), settings_);
-    if (settings_.folder != folder) EnterDataFolder();
-    return settings_.whenToOpen;
+    if (!wasThere || settings_.folder != folder) EnterDataFolder();
 }
 
 bool Application::AnySongMatches() {

@@ -87,9 +87,10 @@ public:
 private:
     [[nodiscard]] SettingsPlace Place();
     void EnterDataFolder();
+    void SweepFolders();
     [[nodiscard]] bool NightPagesAreCached() const;
     [[nodiscard]] BackgroundTasks Tasks();
-    [[nodiscard]] std::int32_t ReadWhenToOpen();
+    void ReloadSettings();
     [[nodiscard]] bool AnySongMatches();
     void LetGo();
 

@@ -71,6 +71,7 @@ void ListenForSignals() {
 
 [[noreturn]] void RunBackground(const CommandLine& commandLine, const Hosts& hosts) {
     HoldStandardDescriptors();
+    platform::EndWhenOutOfMemory("ostrova");
     ListenForSignals();
 #ifdef __GLIBC__
     ::mallopt(M_ARENA_MAX, 1);  // a second one for a worker that is soon gone would stay
@@ -137,6 +138,7 @@ std::string FrontDoorPath() {
 }
 
 int FrontDoor(const std::vector<std::string>& words) {
+    platform::IgnoreFatalWriteSignals();
     platform::IgnoreFatalWriteSignals();
     // These two come before the options, for which "--help" would be the letter "-": everybody
     // expects them of a program.

@@ -73,9 +73,11 @@ std::string DefaultFolder(const std::string& programPath) {
 bool LoadSettings(const SettingsPlace& place, Settings& settings) {
     platform::SettingsStore& store = *place.store;
     if (!store.Load()) {
+        if (util::IsBlank(settings.folder)) settings.areKnown = false;  // never loaded before
         if (!IsUsableFolder(settings.folder)) settings.folder = DefaultFolder(place.programPath);
         return false;
     }
+    settings.areKnown = true;
     if (auto version = store.ReadText(Section, "LatestKnownVersion")) {
         settings.latestKnownVersion = version->substr(0, LongestVersion);
     }
@@ -95,7 +97,7 @@ bool LoadSettings(const SettingsPlace& place, Settings& settings) {
 }
 
 bool SaveSettings(platform::SettingsStore& store, const Settings& settings) {
-    if (!store.Load()) return false;
+    if (!settings.areKnown || !store.Load()) return false;
     const std::string section(Section);
     return store.Write({
         {section, "LatestKnownVersion", settings.latestKnownVersion},

@@ -31,6 +31,8 @@ struct Settings {
     std::string folder;     // the data folder; an absolute path
     WindowRect windowRect;  // the main window's, when it is not maximised
     bool isMaximised = false;
+    // False for settings that were to be read first when the store could not be: nobody chose them.
+    bool areKnown = true;
 
     bool operator==(const Settings&) const = default;
 };
@@ -51,7 +53,8 @@ struct SettingsPlace {
 bool LoadSettings(const SettingsPlace& place, Settings& settings);
 
 /// Writes all of `settings`, or nothing. False when that failed, and, untried, when the store can't
-/// be read: nothing is known of what it holds.
+/// be read, or could not be when `settings` should have come from it: nothing is known of what it
+/// holds, and it is not to be lost.
 bool SaveSettings(platform::SettingsStore& store, const Settings& settings);
 
 /// The folder "Ostrova" for the user's data, made when it is missing; when that can't be, the

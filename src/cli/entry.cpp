@@ -47,12 +47,6 @@ void ListenForSignals() {
     }
 }
 
-/// A reader that goes away and a file that reaches its size limit show as failed writes.
-void IgnoreWriteSignals() {
-    std::signal(SIGPIPE, SIG_IGN);
-    std::signal(SIGXFSZ, SIG_IGN);
-}
-
 std::unique_ptr<platform::HttpClient> MakeClient() {
     static std::once_flag listening;
     std::call_once(listening, ListenForSignals);
@@ -113,7 +107,8 @@ Streams MakeStreams(std::ostream& out, const DescriptorBuffer& buffer) {
 
 int Main(int argc, char** argv) {
     HoldStandardDescriptors();
-    IgnoreWriteSignals();
+    platform::IgnoreFatalWriteSignals();
+    platform::EndWhenOutOfMemory("ostrova-cli");
     std::ios::sync_with_stdio(false);
     DescriptorBuffer buffer(STDOUT_FILENO);
     std::ostream out(&buffer);

@@ -72,6 +72,7 @@ std::optional<playlists::PageSource> Session::Source() {
     if (!EnterDataFolder(Missing::Create)) return std::nullopt;
     if (!http_) {
         http_ = world_.makeHttp();
+        platform::SweepLeftovers(dataFolder_);  // the guest's page lies there
         platform::SweepLeftovers(util::JoinPath(dataFolder_, "Cache"));
     }
     playlists::PageSource source;

@@ -65,12 +65,14 @@ public:
     [[nodiscard]] bool Write(const std::string& path) const {
         if (path.find('\0') != std::string::npos || IsUnreadableList(path)) return false;
         std::string kept;
-        if (HoldsAnotherVersion(path)) {
+        const auto found = util::StampOf(path);
+        if (HoldsAnotherVersion(found)) {
             kept = KeepVersion(path);
             if (kept.empty()) return false;
         }
         if (platform::WriteWholeFile(path, bytes_).ok) return true;
-        if (!kept.empty()) {
+        // A write can fail when the new list is in place already: the version kept is the only one.
+        if (!kept.empty() && util::StampOf(path) == found) {
             std::error_code ignored;  // one version too many does no harm
             std::filesystem::remove(kept, ignored);
         }
@@ -85,11 +87,9 @@ private:
         return std::filesystem::equivalent(path, loaded_->path, isElsewhere);
     }
 
-    /// Whether a list lies at `path` that is not the one that was read.
-    [[nodiscard]] bool HoldsAnotherVersion(const std::string& path) const {
-        if (!loaded_) return false;
-        const auto stamp = util::StampOf(path);
-        return stamp && stamp != loaded_->stamp;
+    /// Whether the list found at a place is not the one that was read.
+    [[nodiscard]] bool HoldsAnotherVersion(const std::optional<util::FileStamp>& found) const {
+        return loaded_ && found && found != loaded_->stamp;
     }
 
     /// Copies the file at `path` to a name of its own beside it; the copy's path, or the empty text

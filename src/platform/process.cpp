@@ -6,7 +6,9 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstring>
 #include <filesystem>
+#include <new>
 #include <string_view>
 #include <system_error>
 
@@ -19,6 +21,19 @@ namespace {
 constexpr std::string_view DeletedMark = " (deleted)";  // the kernel's, for a replaced program
 constexpr int FirstOwnDescriptor = 3;                   // after the standard streams
 constexpr int MostDescriptors = 65536;                  // closed one by one on an old kernel
+
+constexpr int OutOfMemoryStatus = 2;
+
+// Read by a handler that is given nothing.
+const char* outOfMemoryName = "";
+
+/// Allocates nothing, and leaves nothing to an unwinding that might have to.
+[[noreturn]] void EndOutOfMemory() {
+    for (const char* const text : {outOfMemoryName, ": Out of memory\n"}) {
+        if (::write(STDERR_FILENO, text, std::strlen(text)) < 0) break;
+    }
+    ::_exit(OutOfMemoryStatus);
+}
 
 /// What a fresh program expects to find: every signal at its default, none blocked, nothing open
 /// but the standard streams. Only calls that are safe between fork and exec.
@@ -36,6 +51,11 @@ void ResetForExec() {
 void IgnoreFatalWriteSignals() {
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
+}
+
+void EndWhenOutOfMemory(const char* programName) {
+    outOfMemoryName = programName;
+    std::set_new_handler(EndOutOfMemory);
 }
 
 std::string ProgramPath() {

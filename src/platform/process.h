@@ -11,6 +11,11 @@ namespace ostrova::platform {
 /// file size limit, is an error that the writer hears of and not the process's end.
 void IgnoreFatalWriteSignals();
 
+/// Called by programs that have nothing of the user's in memory: when the system has none left for
+/// a C++ object, the process says so in one line that begins with `programName` (borrowed for ever)
+/// and ends with status 2, at once and on whatever thread. Files are whole at every moment.
+void EndWhenOutOfMemory(const char* programName);
+
 /// Full path of the file that this process runs, as it was started; empty when the system can't
 /// tell. When the file was replaced meanwhile, still the path, so that a new copy is the new file.
 [[nodiscard]] std::string ProgramPath();

@@ -40,8 +40,9 @@ std::string AddressWithoutIndex(const PageSource& source, EpochSeconds showTime,
 }
 
 std::string AddressFromIndex(const PageSource& source, const std::string& indexPath,
-                             EpochSeconds showTime) {
+                             EpochSeconds showTime, bool& indexUnread) {
     util::FileContent index = util::ReadFile(indexPath, PageLimit);
+    indexUnread = !index.Ok();
     if (index.Ok()) {
         util::ToTextMode(index.bytes);
         if (auto link = FindInYearIndex(index.bytes, showTime)) return *std::move(link);
@@ -82,7 +83,7 @@ PageAddress ComputePageAddress(const PageSource& source, WantCachePath wantCache
                                .interactive = source.interactive};
     const std::string indexAddress = YearIndexAddress(source.siteHost, showTime);
     result.address = FetchPage(source.tools, indexPath, indexAddress, options, &result.index)
-                         ? AddressFromIndex(source, indexPath, showTime)
+                         ? AddressFromIndex(source, indexPath, showTime, result.indexUnread)
                          : AddressWithoutIndex(source, showTime, local);
     return result;
 }

@@ -104,8 +104,13 @@ TEST_F(SettingsTest, AStoreThatCannotBeReadKeepsWhatIsHeldAndIsNotWritten) {
     EXPECT_FALSE(LoadSettings({.store = &store_}, settings));
     EXPECT_EQ(settings, before);
     EXPECT_FALSE(SaveSettings(store_, settings));
+    Settings guessed = Loaded();
+    EXPECT_EQ(guessed.folder, home_.Path("Ostrova"));
+    store_.readable = true;  // it was but a moment
+    EXPECT_FALSE(SaveSettings(store_, guessed));
     EXPECT_TRUE(store_.values.empty());
-    EXPECT_EQ(Loaded().folder, home_.Path("Ostrova"));
+    EXPECT_TRUE(LoadSettings({.store = &store_}, guessed));
+    EXPECT_TRUE(SaveSettings(store_, guessed));
 }
 
 TEST(DefaultWindowRect, IsCentredAndKeepsItsMargin) {

@@ -83,6 +83,14 @@ TEST_F(ArchiveFetch, FetchesAYearsIndexOnceAndOnlyForMissingPages) {
     EXPECT_EQ(site_.Asked(), (Strings{"/vantra/playlist/?year=2009", Archived("20090306")}));
     EXPECT_EQ(listener_.fates, (Fates{{"20090306.htm", ArchiveStatus::Fetched}}));
     EXPECT_FALSE(folder_.Names("Cache").contains("lists2009.htm"));
+
+    // That of a morning is the night's: when the server is but in trouble, it is not asked for.
+    site_.Put("/vantra/playlist/?year=2010", {.status = 500});
+    site_.Put("/vantra/playlist/archive/2010/20100306.htm", Song);
+    EXPECT_EQ(Fetch({20100306, 20100306}).end, ArchiveEnd::Complete);
+    EXPECT_EQ(listener_.fates, (Fates{{"20100306am.htm", ArchiveStatus::Failed},
+                                      {"20100306.htm", ArchiveStatus::Fetched}}));
+    EXPECT_EQ(listener_.reasons["20100306am.htm"], "the year index could not be had");
 }
 
 TEST_F(ArchiveFetch, KeepsOnlyWholePagesWithSongs) {
