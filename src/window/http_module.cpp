@@ -28,16 +28,29 @@ private:
     std::string reason_;
 };
 
+/// The module, loaded once, for all threads.
+class Module {
+public:
+    Module()
+        : library_(QString::fromLocal8Bit((app::ProgramFolder() + OSTROVA_HTTP_MODULE).c_str())) {
+        make_ = reinterpret_cast<MakeFunction>(library_.resolve("OstrovaMakeHttpClient"));
+    }
+
+    [[nodiscard]] std::unique_ptr<platform::HttpClient> MakeClient() const {
+        if (make_ != nullptr) return std::unique_ptr<platform::HttpClient>(make_());
+        return std::make_unique<NoClient>(library_.errorString().toLocal8Bit().toStdString());
+    }
+
+private:
+    QLibrary library_;
+    MakeFunction make_ = nullptr;
+};
+
 }  // namespace
 
 std::unique_ptr<platform::HttpClient> LoadHttpClient() {
-    const std::string path = app::ProgramFolder() + OSTROVA_HTTP_MODULE;
-    QLibrary module(QString::fromLocal8Bit(path.c_str()));
-    const auto make = reinterpret_cast<MakeFunction>(module.resolve("OstrovaMakeHttpClient"));
-    if (make == nullptr) {
-        return std::make_unique<NoClient>(module.errorString().toLocal8Bit().toStdString());
-    }
-    return std::unique_ptr<platform::HttpClient>(make());
+    static const Module module;
+    return module.MakeClient();
 }
 
 }  // namespace ostrova::window
