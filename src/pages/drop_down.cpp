@@ -3,7 +3,7 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
-#include <QEvent>
+#include <QKeyEvent>
 #include <QPointer>
 #include <QProxyStyle>
 #include <QStyleOptionComboBox>
@@ -55,6 +55,12 @@ void WidenList(QComboBox& box) {
     list->setMinimumWidth(list->sizeHintForColumn(0) + scrollBar + 2 * list->frameWidth());
 }
 
+/// The key is the tab sheet's, but a closed box would take its character for a search.
+bool SwitchesPage(const QKeyEvent& key) {
+    return (key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab) &&
+           key.modifiers().testFlag(Qt::ControlModifier);
+}
+
 class BoxGuard final : public QObject {
 public:
     using QObject::QObject;
@@ -64,7 +70,10 @@ public:
         if (box == nullptr) return false;
         const QEvent::Type type = event->type();
         if (type == QEvent::MouseButtonPress || type == QEvent::KeyPress) WidenList(*box);
-        const bool isStray = type == QEvent::Wheel && !box->hasFocus();
+        const bool isStray =
+            type == QEvent::Wheel
+                ? !box->hasFocus()
+                : type == QEvent::KeyPress && SwitchesPage(static_cast<const QKeyEvent&>(*event));
         if (isStray) event->ignore();
         return isStray;
     }

@@ -48,9 +48,11 @@ void WidenDates(const QWidget& page, LinkLabel& label) {
     label.setGeometry(label.geometry().adjusted(missing, 0, 0, 0));
 }
 
-/// Beside the boxes, on a line with their texts.
+/// Beside the boxes, on a line with their texts. The template's label ends above that line's foot.
 void PutBeside(const QWidget& boxes, LinkLabel& label) {
-    const int above = (boxes.height() - LineHeight(label)) / 2;
+    const int bottom = boxes.y() + boxes.height();
+    label.resize(label.width(), std::max(label.height(), bottom - label.y()));
+    const int above = boxes.y() + (boxes.height() - LineHeight(label)) / 2 - label.y();
     label.setContentsMargins(0, std::clamp(above, 0, label.height() - LineHeight(label)), 0, 0);
 }
 

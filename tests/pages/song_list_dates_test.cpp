@@ -75,6 +75,17 @@ TEST_F(SongListPageTest, OnlyTheUserChooses) {
     EXPECT_EQ(state_.displayedWeekend, playlists::WeekendAt(At("2006-05-05 12:00:00")));
 }
 
+TEST_F(SongListPageTest, LeavesTheKeysThatSwitchPagesToTheSheet) {
+    Open(SongView::Friday);
+    for (QComboBox* box : {date_, year_}) {
+        for (const Qt::Key each : {Qt::Key_Tab, Qt::Key_Backtab}) {
+            QKeyEvent key(QEvent::KeyPress, each, Qt::ControlModifier, QStringLiteral("\t"));
+            QApplication::sendEvent(box, &key);
+            EXPECT_FALSE(key.isAccepted()) << box->objectName().toStdString();
+        }
+    }
+}
+
 TEST_F(SongListPageTest, CountsTheDateFromTheYearShownBeforeWhenTheYearChanges) {
     struct Case {
         const char* displayed;
