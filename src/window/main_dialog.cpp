@@ -123,6 +123,8 @@ void MainDialog::OnPageLeft(pages::SheetPage* left) {
     } else if (const pages::SongListPage* songPage = AsSongPage(left)) {
         CopyColumnWidths(*songPage);
     }
+    // What is in front now may have been made of pages that are still on their way.
+    if (busy_ > 0) rematchRequested_ = true;
 }
 
 /// The song pages always show the same column widths.

@@ -266,6 +266,14 @@ TEST_F(MainDialogTest, AFetchThatFailsIsSilentAndTriedAgain) {
     EXPECT_EQ(Titles(Results).at(1), "A Song");
 }
 
+TEST_F(MainDialogTest, APageFirstSeenDuringAFetchThatFailsIsFilledAfterIt) {
+    user_.WriteList(List);
+    Open();
+    site_.onRequest = [&](int) { GoTo(Friday); };
+    RingTimer();
+    EXPECT_EQ(Titles(Friday), Lines{"A Song"});
+}
+
 TEST_F(MainDialogTest, AChangedClockMovesTheTimer) {
     Open();
     user_.clock.SetWallClock(At("2026-11-24 09:00:00"));
