@@ -163,7 +163,11 @@ void MainDialog::ArmDueTimer() {
 void MainDialog::FinishUpgradeCheck() {
     app::UpgradeCheck& upgrades = world_.application->Upgrades();
     upgrades.Finish();
-    if (!upgrades.IsRunning() && !upgrades.HasFinished()) upgradePoll_->stop();
+    if (upgrades.IsRunning()) {
+        if (!upgradePoll_->isActive()) upgradePoll_->start();
+    } else if (!upgrades.HasFinished()) {
+        upgradePoll_->stop();
+    }
 }
 
 void MainDialog::RequestClose() {

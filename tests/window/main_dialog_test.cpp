@@ -9,7 +9,10 @@
 #include <QPushButton>
 #include <QTabBar>
 #include <QTest>
+#include <QThread>
 #include <QTimer>
+#include <algorithm>
+#include <thread>
 
 #include "resources/main_template.h"
 #include "tests/support/canned_site.h"
@@ -361,6 +364,22 @@ TEST_F(MainDialogTest, ASecondUpgradeCheckIsRefusedAndTheFirstAnswersOnce) {
     Press(Options, CheckNow);
     for (int i = 0; i < 500 && user_.recorder.Said().empty(); ++i) QTest::qWait(10);
     EXPECT_EQ(user_.recorder.Said(), Lines{"Information: You already have the latest version."});
+}
+
+TEST_F(MainDialogTest, ACheckThatWasOverBeforeTheWindowCameIsTriedAgain) {
+    user_.store.values[{"Settings", "CheckForUpgrades"}] = 1;
+    const std::string address = "/Ostrova/LatestVersion.txt";
+    site_.Put(address, "<html>no version</html>");
+    site_.onRequest = [&](int) {
+        if (QThread::currentThread() != qApp->thread()) return;
+        while (!user_.application->Upgrades().HasFinished()) std::this_thread::yield();
+    };
+    Open();
+    const auto tries = [&] {
+        const auto asked = site_.Asked();
+        return std::count(asked.begin(), asked.end(), address);
+    };
+    EXPECT_TRUE(QTest::qWaitFor([&] { return tries() == 3; }));
 }
 
 }  // namespace
