@@ -172,7 +172,7 @@ void MainDialog::FinishUpgradeCheck() {
 
 void MainDialog::RequestClose() {
     closeRequested_ = true;
-    world_.cancel->store(true);
+    world_.stopFetching();
     ServeSoon();
 }
 
@@ -206,7 +206,7 @@ void MainDialog::DestroyWindow() {
             application.ListPlaces(), searchPage_->Rows(), searchPage_->Loaded(), *world_.messages);
         if (!isListSaved && isEndingQuietly_) SaveListAside();
         KeepPlacement(*this, application.GetSettings());
-        application.CloseMainWindow();
+        application.CloseMainWindow(isEndingQuietly_);
     }
     if (!IsUnwound()) return;
     isClosed_ = true;
