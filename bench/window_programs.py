@@ -35,7 +35,7 @@ class Screen:
 
     def is_drawn(self):
         """Whether anything but the black root shows along the middle of the screen."""
-        image = ctypes.c_void_p(self.x.XGetImage(self.display, self.root, 0, 500, 1280, 1,
+        image = ctypes.c_void_p(self.x.XGetImage(self.display, self.root, 0, 400, 1280, 1,
                                                  ctypes.c_ulong(0xFFFFFFFF), 2))
         drawn = any(self.x.XGetPixel(image, column, 0) & 0xFFFFFF for column in range(0, 1280, 40))
         self.x.XDestroyImage(image)

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <csignal>
-#include <filesystem>
 #include <iostream>
 
 #ifdef __GLIBC__
@@ -13,6 +12,7 @@
 #endif
 
 #include "app/application.h"
+#include "app/program_files.h"
 #include "app/silent_presenter.h"
 #include "app/user_stores.h"
 #include "app/version.h"
@@ -26,7 +26,6 @@ namespace ostrova::app {
 namespace {
 
 constexpr int Trouble = 2;
-constexpr const char* FrontDoorProgram = "ostrova";
 constexpr const char* WindowProgram = "ostrova-window";
 
 constexpr std::string_view HelpText =
@@ -99,14 +98,6 @@ void ListenForSignals() {
     application.RunBackground();
 }
 
-/// The folder that this program lies in, with its separator; where the system can't tell (no
-/// /proc), the one that it was configured for: never whatever folder is the current one.
-std::string ProgramFolder() {
-    const std::string program = platform::ProgramPath();
-    if (program.empty()) return util::JoinPath(OSTROVA_CONFIGURED_BINDIR, "");
-    return std::string(util::FolderPart(program));
-}
-
 /// Becomes the program with the window; returns only when there is none.
 int OpenWindow(const std::vector<std::string>& words) {
     const std::string folder = ProgramFolder();
@@ -126,16 +117,6 @@ int OpenWindow(const std::vector<std::string>& words) {
 }
 
 }  // namespace
-
-std::string FrontDoorPath() {
-    const std::string folder = ProgramFolder();
-    std::string path = folder + FrontDoorProgram;
-    if (util::PathExists(path)) return path;
-    path = util::JoinPath(folder + OSTROVA_BINDIR, FrontDoorProgram);
-    std::error_code failed;  // then the path stays as it is, which works as well
-    const std::string plain = std::filesystem::canonical(path, failed).string();
-    return failed ? path : plain;
-}
 
 int FrontDoor(const std::vector<std::string>& words) {
     platform::IgnoreFatalWriteSignals();

@@ -12,7 +12,4 @@ namespace ostrova::app {
 /// for trouble, which standard error tells.
 [[nodiscard]] int FrontDoor(const std::vector<std::string>& words);
 
-/// The program `ostrova` as the program with the window finds it: beside itself, or installed. It
-/// is what a copy of the program is started from, and what the data may lie beside.
-[[nodiscard]] std::string FrontDoorPath();
 }  // namespace ostrova::app

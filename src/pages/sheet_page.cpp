@@ -61,7 +61,13 @@ void SheetPage::resizeEvent(QResizeEvent* event) {
 
 void SheetPage::Relayout() {
     layout_.Relayout();
-    AfterRelayout();
+    isArranged_ = isVisible();
+    if (isArranged_) AfterRelayout();
+}
+
+void SheetPage::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (isCreated_ && !isArranged_) Relayout();
 }
 
 void SheetPage::keyPressEvent(QKeyEvent* event) {

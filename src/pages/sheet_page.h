@@ -46,7 +46,8 @@ protected:
     [[nodiscard]] uikit::DialogLayout& Layout() { return layout_; }
 
     /// Called each time the controls have followed the page's size: mends what is too narrow for
-    /// the template, KeepRowApart for instance. At ordinary sizes nothing may be left to do.
+    /// the template, KeepRowApart for instance. At ordinary sizes nothing may be left to do. It
+    /// measures texts, which takes time: a page that does not show waits for it until it does.
     virtual void AfterRelayout() {}
 
     /// Connects the page's Exit button, the control with id 2.
@@ -56,12 +57,14 @@ protected:
     void Relayout();
 
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
     QString title_;
     uikit::DialogLayout layout_;
     bool isCreated_ = false;
+    bool isArranged_ = false;  // at its present size
 };
 
 }  // namespace ostrova::pages

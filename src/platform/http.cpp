@@ -1,6 +1,9 @@
 #include "platform/http.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <new>
 #include <string_view>
 #include <utility>
 
@@ -50,6 +53,29 @@ HeaderList RequestHeaders() {
         list.reset(longer);
     }
     return list;
+}
+
+/// Memory for libcurl, which without some asks for the address as far as it got, and so for another
+/// page: a program that ends when it has none left ends here as well.
+void* OrEnd(void* block) {
+    const std::new_handler end = block == nullptr ? std::get_new_handler() : nullptr;
+    if (end != nullptr) end();
+    return block;
+}
+void* CurlMalloc(std::size_t size) {
+    return OrEnd(std::malloc(size));
+}
+void* CurlRealloc(void* block, std::size_t size) {
+    return OrEnd(std::realloc(block, size));
+}
+void* CurlCalloc(std::size_t count, std::size_t size) {
+    return OrEnd(std::calloc(count, size));
+}
+char* CurlStrdup(const char* text) {
+    const std::size_t size = std::strlen(text) + 1;
+    auto* const copy = static_cast<char*>(CurlMalloc(size));
+    if (copy != nullptr) std::memcpy(copy, text, size);
+    return copy;
 }
 
 bool IsWebAddress(std::string_view url) {
@@ -231,7 +257,8 @@ private:
 class CurlClient final : public HttpClient {
 public:
     explicit CurlClient(const HttpTimeouts& timeouts) : timeouts_(timeouts) {
-        static const CURLcode ready = ::curl_global_init(CURL_GLOBAL_DEFAULT);
+        static const CURLcode ready = ::curl_global_init_mem(
+            CURL_GLOBAL_DEFAULT, CurlMalloc, std::free, CurlRealloc, CurlStrdup, CurlCalloc);
         if (ready != CURLE_OK) return;
         multi_.reset(::curl_multi_init());
         easy_.reset(::curl_easy_init());

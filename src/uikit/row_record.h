@@ -28,7 +28,7 @@ struct RowRecord {
     Colour selectedTextColour = NoColour;
     Colour backColour = NoColour;
     Colour selectedBackColour = NoColour;
-    int row = 0;              ///< where the row stood when the record was made
+    int row = 0;  ///< where the row stood when the record was made
     /// WholeRowBack: the background fills all of the row. StarredRow: a star stands in the gap
     /// between the first two columns, for eyes that a colour alone tells nothing.
     std::uint32_t extra = 0;

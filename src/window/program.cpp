@@ -7,7 +7,7 @@
 #include <iostream>
 
 #include "app/application.h"
-#include "app/front_door.h"
+#include "app/program_files.h"
 #include "app/user_stores.h"
 #include "app/version.h"
 #include "platform/process.h"
@@ -15,6 +15,7 @@
 #include "uikit/progress_dialog.h"
 #include "uikit/widget_presenter.h"
 #include "window/end_signals.h"
+#include "window/http_module.h"
 #include "window/main_dialog.h"
 #include "window/placement.h"
 #include "window/pumping_http.h"
@@ -23,7 +24,8 @@ namespace ostrova::window {
 namespace {
 
 constexpr int Trouble = 2;
-constexpr int IconSizes[] = {16, 22, 24, 32, 48, 64, 128, 256};
+// Larger ones are the desktop's affair: its entry names them, and each costs time at the start.
+constexpr int IconSizes[] = {16, 32, 48, 64};
 
 bool IsSet(const char* variable) {
     const char* const value = std::getenv(variable);
@@ -92,7 +94,7 @@ private:
         parts.progress = &progress_;
         parts.settingsStore = settingsStore_.get();
         parts.internetStore = internetStore_.get();
-        parts.makeHttp = [] { return MakePumpingHttp([] { return platform::MakeHttpClient(); }); };
+        parts.makeHttp = [] { return MakePumpingHttp(LoadHttpClient); };
         parts.programPath = app::FrontDoorPath();
         parts.relaunch = [path = parts.programPath] { platform::StartDetached(path); };
         parts.runtimeFolder = platform::RuntimeFolder().value_or("");

@@ -81,7 +81,8 @@ int main(int count, char** arguments) {
     const QApplication application(count, arguments);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/ostrova-256.png")));
-    const QDir folder(QString::fromLocal8Bit(count > 1 ? arguments[1] : ""));
+    // Absolute, since the program makes its data folder the current one.
+    const QDir folder(QDir(QString::fromLocal8Bit(count > 1 ? arguments[1] : "")).absolutePath());
     if (count != 2 || !folder.mkpath(QStringLiteral("."))) {
         std::fputs("Usage: ostrova-screenshots DIR\n", stderr);
         return 2;
