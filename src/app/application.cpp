@@ -200,9 +200,9 @@ void Application::ArmTimer() {
     parts_.messages->TraceMessage(StartTimerTrace(schedule_.WakeDelay()));
 }
 
-void Application::CloseMainWindow() {
+void Application::CloseMainWindow(bool nobodyCanBeTold) {
     schedule_.Disarm();
-    if (upgrades_->HasFinished()) upgrades_->Finish();
+    if (!nobodyCanBeTold) upgrades_->Finish();
     SaveSettings(*parts_.settingsStore, settings_);
     ForgetWindow(*parts_.settingsStore);
     window_.lock.reset();

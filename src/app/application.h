@@ -70,8 +70,9 @@ public:
     void RecordMainWindow();
     void ArmTimer();
     /// Interactive: the main window is destroyed. Its placement and the user's options must be in
-    /// `GetSettings`, and the search list saved, by then.
-    void CloseMainWindow();
+    /// `GetSettings`, and the search list saved, by then. When nobody can be told any more, what an
+    /// upgrade check has found is left for the next start's.
+    void CloseMainWindow(bool nobodyCanBeTold);
 
     [[nodiscard]] Settings& GetSettings() { return settings_; }
     [[nodiscard]] playlists::WeekendState& State() { return state_; }

@@ -18,9 +18,7 @@ namespace {
 
 class ProgressDialogView final : public feedback::ProgressView {
 public:
-    explicit ProgressDialogView(QWidget* owner) : dialog_(new ProgressDialog(owner)) {
-        dialog_->show();
-    }
+    explicit ProgressDialogView(ProgressDialog* dialog) : dialog_(dialog) { dialog_->show(); }
     ~ProgressDialogView() override { delete dialog_; }
     ProgressDialogView(const ProgressDialogView&) = delete;
     ProgressDialogView& operator=(const ProgressDialogView&) = delete;
@@ -113,7 +111,12 @@ void ProgressDialog::reject() {
 }
 
 std::unique_ptr<feedback::ProgressView> ProgressDialogs::Create() {
-    return std::make_unique<ProgressDialogView>(mainWindow_);
+    shown_ = new ProgressDialog(mainWindow_);
+    return std::make_unique<ProgressDialogView>(shown_);
+}
+
+void ProgressDialogs::Cancel() {
+    if (shown_) shown_->reject();
 }
 
 }  // namespace ostrova::uikit

@@ -61,7 +61,6 @@ void MainDialog::OnInitDialog() {
     }
     world_.application->ArmTimer();
     ArmDueTimer();
-    if (world_.application->Upgrades().IsRunning()) upgradePoll_->start();
     ServeSoon();
 }
 
@@ -102,7 +101,7 @@ void MainDialog::ConnectPages() {
     }
     connect(optionsPage_, &pages::OptionsPage::upgradeCheckRequested, this, [this] {
         world_.application->Upgrades().Start(app::CheckKind::Manual);
-        upgradePoll_->start();
+        ServeSoon();
     });
     for (int i = 0; i < sheet_->count(); ++i) {
         connect(sheet_->PageAt(i), &pages::SheetPage::exitRequested, this,
@@ -123,6 +122,8 @@ void MainDialog::OnPageLeft(pages::SheetPage* left) {
     } else if (const pages::SongListPage* songPage = AsSongPage(left)) {
         CopyColumnWidths(*songPage);
     }
+    // What is in front now may have been made of pages that are still on their way.
+    if (busy_ > 0) rematchRequested_ = true;
 }
 
 /// The song pages always show the same column widths.

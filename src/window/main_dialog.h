@@ -4,7 +4,6 @@
 // served one after the other.
 
 #include <array>
-#include <atomic>
 #include <functional>
 #include <iosfwd>
 #include <string>
@@ -29,10 +28,10 @@ struct MainWorld {
     feedback::Messages* messages = nullptr;
     platform::Clock* clock = nullptr;
     DueTimer* timer = nullptr;
-    std::atomic<bool>* cancel = nullptr;  // set, it ends what is being fetched
-    std::function<void()> closeBoxes;     // ends every open box unanswered, and any later one
-    std::string settingsFolder;           // where a list may go that nothing else takes
-    std::ostream* errors = nullptr;       // standard error
+    std::function<void()> stopFetching;  // ends what is being fetched, paused or not
+    std::function<void()> closeBoxes;    // ends every open box unanswered, and any later one
+    std::string settingsFolder;          // where a list may go that nothing else takes
+    std::ostream* errors = nullptr;      // standard error
 };
 
 /// Whatever arrives while pages are being fetched (another weekend, a search, the timer, the close

@@ -163,12 +163,16 @@ void MainDialog::ArmDueTimer() {
 void MainDialog::FinishUpgradeCheck() {
     app::UpgradeCheck& upgrades = world_.application->Upgrades();
     upgrades.Finish();
-    if (!upgrades.IsRunning() && !upgrades.HasFinished()) upgradePoll_->stop();
+    if (upgrades.IsRunning()) {
+        if (!upgradePoll_->isActive()) upgradePoll_->start();
+    } else if (!upgrades.HasFinished()) {
+        upgradePoll_->stop();
+    }
 }
 
 void MainDialog::RequestClose() {
     closeRequested_ = true;
-    world_.cancel->store(true);
+    world_.stopFetching();
     ServeSoon();
 }
 
@@ -202,7 +206,7 @@ void MainDialog::DestroyWindow() {
             application.ListPlaces(), searchPage_->Rows(), searchPage_->Loaded(), *world_.messages);
         if (!isListSaved && isEndingQuietly_) SaveListAside();
         KeepPlacement(*this, application.GetSettings());
-        application.CloseMainWindow();
+        application.CloseMainWindow(isEndingQuietly_);
     }
     if (!IsUnwound()) return;
     isClosed_ = true;

@@ -7,7 +7,7 @@
 namespace ostrova::window {
 namespace {
 
-// This much of a window's top must show for the user to take hold of it.
+// This much of a window's top must show for the user to take hold of it; its title is as high.
 constexpr int HandleWidth = 100;
 constexpr int HandleHeight = 30;
 
@@ -21,7 +21,8 @@ int Distance(const QRect& window, const QRect& screen) {
     return (window.center() - screen.center()).manhattanLength();
 }
 
-QRect MovedOnto(const QRect& window, const QRect& screen) {
+QRect MovedOnto(const QRect& window, QRect screen) {
+    screen.setTop(screen.top() + HandleHeight);  // the title stands above the window's own place
     QRect moved(window.topLeft(), window.size().boundedTo(screen.size()));
     moved.moveLeft(std::clamp(moved.left(), screen.left(), screen.right() - moved.width() + 1));
     moved.moveTop(std::clamp(moved.top(), screen.top(), screen.bottom() - moved.height() + 1));

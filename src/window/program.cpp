@@ -68,21 +68,17 @@ public:
         application_.LoadFirstWeekend();
         if (isEnding_) return 0;
         const std::unique_ptr<DueTimer> timer = MakeDueTimer();
-        MainWorld world;
-        world.application = &application_;
-        world.messages = &messages_;
-        world.clock = &clock_;
-        world.timer = timer.get();
-        world.cancel = &cancel_;
-        world.closeBoxes = [this] { presenter_.Close(); };
-        world.settingsFolder = app::SettingsFolder();
-        world.errors = &std::cerr;
-        MainDialog dialog(std::move(world));
-        dialog_ = &dialog;
+        MainDialog dialog(World(*timer));
         presenter_.SetMainWindow(&dialog);
         progressDialogs_.SetMainWindow(&dialog);
         QObject::connect(&dialog, &MainDialog::closed, qApp, &QCoreApplication::quit);
         dialog.OnInitDialog();
+        if (isEnding_) {  // it came while a box told of a list that can't be read
+            application_.CloseMainWindow(/*nobodyCanBeTold=*/true);
+            return 0;
+        }
+        // From here on the list is known, and may be saved.
+        dialog_ = &dialog;
         dialog.show();
         const int status = QApplication::exec();
         dialog_ = nullptr;
@@ -110,9 +106,27 @@ private:
         return parts;
     }
 
+    MainWorld World(DueTimer& timer) {
+        MainWorld world;
+        world.application = &application_;
+        world.messages = &messages_;
+        world.clock = &clock_;
+        world.timer = &timer;
+        world.stopFetching = [this] { StopFetching(); };
+        world.closeBoxes = [this] { presenter_.Close(); };
+        world.settingsFolder = app::SettingsFolder();
+        world.errors = &std::cerr;
+        return world;
+    }
+
+    void StopFetching() {
+        cancel_ = true;
+        progressDialogs_.Cancel();
+    }
+
     void End() {
         isEnding_ = true;
-        cancel_ = true;
+        StopFetching();
         if (dialog_ != nullptr) {
             dialog_->EndQuietly();
         } else {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <thread>
 
 #include "tests/support/canned_site.h"
 #include "tests/support/environment.h"
@@ -124,10 +125,22 @@ TEST_F(ApplicationTest, AnInteractiveStartGoesFromTheClaimToTheTimer) {
     EXPECT_FALSE(second.ClaimMainWindow());
 
     application.GetSettings().whenToOpen = OpenNever;
-    application.CloseMainWindow();
+    application.CloseMainWindow(/*nobodyCanBeTold=*/false);
     EXPECT_EQ(store_.ReadNumber("Settings", "WhenToOpen"), 2);
     EXPECT_EQ(store_.ReadText("Control", "MainWndHwnd"), "0");
     EXPECT_TRUE(second.ClaimMainWindow());
+}
+
+TEST_F(ApplicationTest, NewsOfAnUpgradeThatNobodyCanBeToldIsLeftForTheNextStart) {
+    site_.Put("/Ostrova/LatestVersion.txt", "1.10\n");
+    for (const bool nobody : {true, false}) {
+        Application application(Parts());
+        application.Start({});
+        while (!application.Upgrades().HasFinished()) std::this_thread::yield();
+        application.CloseMainWindow(nobody);
+        EXPECT_EQ(recorder_.Said().empty(), nobody);
+        EXPECT_EQ(store_.ReadText("Settings", "LatestKnownVersion"), nobody ? "1.9" : "1.10");
+    }
 }
 
 }  // namespace

@@ -5,7 +5,7 @@ import os
 import shutil
 import signal
 
-from desk import expect, find, has_text, press, run, shows, texts, wait_for, walk
+from desk import Atspi, expect, find, has_text, press, run, shows, texts, wait_for, walk
 
 WEDNESDAY = "2026-11-25 12:00:00"
 # A start never looks sooner than a quarter of an hour later: this one at 13:00:00.
@@ -184,6 +184,58 @@ def session_end(desk):
         expect(program.stop(how), 0)
         expect(desk.setting("WhenToOpen"), "-1")
     expect(desk.read_list(), ['""\t"The Beatles"'])
+
+
+def pause(desk):
+    progress = desk.window("Processing...")
+    press(progress, "push button", "Pause")
+    find(progress, "push button", "Resume")
+
+
+def end_while_paused(desk):
+    """A fetch that the user has paused keeps nobody from ending the program, window or none."""
+    desk.write_list(("", "The Beatles"))
+    desk.open_site(WEDNESDAY, "--fault", "drip")
+    program = desk.start(WEDNESDAY)
+    pause(desk)
+    expect(program.stop(), 0)
+    desk.open_site(WEDNESDAY, "--fault", "drip", "--fault-on", "/vantra/playlist/archive/1998")
+    program = desk.start(WEDNESDAY)
+    window = desk.window("Ostrova")
+    open_tab(window, "Friday")
+    years = find(window, "combo box", "2026")
+    years.grab_focus()
+    wait_for("the focus", lambda: years.get_state_set().contains(Atspi.StateType.FOCUSED))
+    desk.key("End")
+    pause(desk)
+    press(window, "push button", "Exit")
+    expect(program.ended(), 0)
+
+
+def end_before_the_window(desk):
+    """The session may end while the start tells of a list that it can't read, which stays."""
+    desk.settings({"CheckForUpgrades": 0})
+    desk.write_list()
+    too_long = 70 << 20
+    os.truncate(desk.data("SearchList.txt"), too_long)
+    desk.open_site(WEDNESDAY)
+    program = desk.start(WEDNESDAY)
+    has_text(desk.window("Error"), "Couldn't load your search list")
+    expect(program.stop(), 0)
+    expect(os.path.getsize(desk.data("SearchList.txt")), too_long)
+    expect(desk.setting("MainWndHwnd"), "0")
+
+
+def place(desk):
+    """The window stands where it stood, start after start; maximised, it keeps its smaller place."""
+    desk.open_site(WEDNESDAY)
+    stood = {"WindowPosLeft": "200", "WindowPosTop": "150", "WindowPosRight": "800",
+             "WindowPosBottom": "600"}
+    for maximised in ("0", "0", "1", "1"):
+        desk.settings({**stood, "WindowIsMaximised": maximised})
+        close(desk, desk.start(WEDNESDAY))
+        expect({name: desk.setting(name) for name in stood}, stood)
+        expect(desk.setting("WindowIsMaximised"), maximised)
 
 
 def background(desk, when_to_open, favourite, opens):

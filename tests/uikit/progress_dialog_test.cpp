@@ -122,6 +122,11 @@ TEST_F(ProgressDialogTest, EveryWayToCancelEndsTheLevelOnce) {
              Click(ProgressPause);
              QTimer::singleShot(0, &main, [this] { Click(ProgressCancel); });
          }},
+        {"the program's end while paused",
+         [this] {
+             Click(ProgressPause);
+             QTimer::singleShot(0, &main, [this] { views.Cancel(); });
+         }},
     };
     for (const auto& [name, cancel] : ways) {
         SCOPED_TRACE(name);

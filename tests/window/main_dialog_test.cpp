@@ -9,7 +9,10 @@
 #include <QPushButton>
 #include <QTabBar>
 #include <QTest>
+#include <QThread>
 #include <QTimer>
+#include <algorithm>
+#include <thread>
 
 #include "resources/main_template.h"
 #include "tests/support/canned_site.h"
@@ -266,6 +269,14 @@ TEST_F(MainDialogTest, AFetchThatFailsIsSilentAndTriedAgain) {
     EXPECT_EQ(Titles(Results).at(1), "A Song");
 }
 
+TEST_F(MainDialogTest, APageFirstSeenDuringAFetchThatFailsIsFilledAfterIt) {
+    user_.WriteList(List);
+    Open();
+    site_.onRequest = [&](int) { GoTo(Friday); };
+    RingTimer();
+    EXPECT_EQ(Titles(Friday), Lines{"A Song"});
+}
+
 TEST_F(MainDialogTest, AChangedClockMovesTheTimer) {
     Open();
     user_.clock.SetWallClock(At("2026-11-24 09:00:00"));
@@ -353,6 +364,22 @@ TEST_F(MainDialogTest, ASecondUpgradeCheckIsRefusedAndTheFirstAnswersOnce) {
     Press(Options, CheckNow);
     for (int i = 0; i < 500 && user_.recorder.Said().empty(); ++i) QTest::qWait(10);
     EXPECT_EQ(user_.recorder.Said(), Lines{"Information: You already have the latest version."});
+}
+
+TEST_F(MainDialogTest, ACheckThatWasOverBeforeTheWindowCameIsTriedAgain) {
+    user_.store.values[{"Settings", "CheckForUpgrades"}] = 1;
+    const std::string address = "/Ostrova/LatestVersion.txt";
+    site_.Put(address, "<html>no version</html>");
+    site_.onRequest = [&](int) {
+        if (QThread::currentThread() != qApp->thread()) return;
+        while (!user_.application->Upgrades().HasFinished()) std::this_thread::yield();
+    };
+    Open();
+    const auto tries = [&] {
+        const auto asked = site_.Asked();
+        return std::count(asked.begin(), asked.end(), address);
+    };
+    EXPECT_TRUE(QTest::qWaitFor([&] { return tries() == 3; }));
 }
 
 }  // namespace

@@ -22,10 +22,10 @@ TEST(Placement, BringsAWindowOntoAScreenThatExists) {
         {"as it was", {10, 20, 610, 520}, {Left}, QRect(10, 20, 600, 500)},
         {"half out at the left", {-300, 20, 300, 520}, {Left}, QRect(-300, 20, 600, 500)},
         {"on the second screen", {2000, 20, 2600, 520}, {Left, Right}, QRect(2000, 20, 600, 500)},
-        {"whose screen is gone", {2000, 20, 2600, 520}, {Left}, QRect(1320, 20, 600, 500)},
+        {"whose screen is gone", {2000, 20, 2600, 520}, {Left}, QRect(1320, 30, 600, 500)},
         {"below the screen", {10, 1200, 610, 1700}, {Left}, QRect(10, 540, 600, 500)},
-        {"title above the screen", {10, -600, 610, 5}, {Left}, QRect(10, 0, 600, 605)},
-        {"larger than what is left", {3000, 0, 7000, 3000}, {Left}, Left},
+        {"title above the screen", {10, -600, 610, 5}, {Left}, QRect(10, 30, 600, 605)},
+        {"larger than what is left", {3000, 0, 7000, 3000}, {Left}, QRect(0, 30, 1920, 1010)},
         {"nonsense", {2147483647, 2147483647, -2147483647, 5}, {Left}, QRect(1919, 1039, 1, 1)},
         {"without screens", {10, 20, 610, 520}, {}, QRect(10, 20, 600, 500)},
     };

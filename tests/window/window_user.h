@@ -59,7 +59,7 @@ public:
                               .messages = &messages_,
                               .clock = &clock,
                               .timer = &timer,
-                              .cancel = &cancel_,
+                              .stopFetching = [this] { cancel_ = true; },
                               .closeBoxes = [this] { ++boxesClosed; },
                               .settingsFolder = home.Path("config"),
                               .errors = &errors});
