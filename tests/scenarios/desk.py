@@ -185,12 +185,14 @@ class Desk:
     def gone(self, title):
         wait_for(f"the end of '{title}'", lambda: all(t != title for t, _ in self.windows()))
 
+    def act(self, *words):
+        subprocess.run(["xdotool", *words], env=self.environment, check=True)
+
     def key(self, *names):
-        subprocess.run(["xdotool", "key", "--clearmodifiers", *names], env=self.environment,
-                       check=True)
+        self.act("key", "--clearmodifiers", *names)
 
     def type(self, text):
-        subprocess.run(["xdotool", "type", "--delay", "20", text], env=self.environment, check=True)
+        self.act("type", "--delay", "20", text)
 
 
 def walk(accessible):

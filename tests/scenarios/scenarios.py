@@ -5,7 +5,7 @@ import os
 import shutil
 import signal
 
-from desk import Atspi, expect, find, has_text, press, run, shows, texts, wait_for, walk
+from desk import expect, find, has_text, press, run, shows, texts, wait_for, walk
 
 WEDNESDAY = "2026-11-25 12:00:00"
 # A start never looks sooner than a quarter of an hour later: this one at 13:00:00.
@@ -203,10 +203,9 @@ def end_while_paused(desk):
     program = desk.start(WEDNESDAY)
     window = desk.window("Ostrova")
     open_tab(window, "Friday")
-    years = find(window, "combo box", "2026")
-    years.grab_focus()
-    wait_for("the focus", lambda: years.get_state_set().contains(Atspi.StateType.FOCUSED))
-    desk.key("End")
+    press(window, "combo box", "2026")
+    find(window, "list")
+    desk.key("End", "Return")
     pause(desk)
     press(window, "push button", "Exit")
     expect(program.ended(), 0)
@@ -227,7 +226,8 @@ def end_before_the_window(desk):
 
 
 def place(desk):
-    """The window stands where it stood, start after start; maximised, it keeps its smaller place."""
+    """The window stands where it stood, start after start; maximised, it keeps its smaller place,
+    and minimised, its last one."""
     desk.open_site(WEDNESDAY)
     stood = {"WindowPosLeft": "200", "WindowPosTop": "150", "WindowPosRight": "800",
              "WindowPosBottom": "600"}
@@ -236,6 +236,13 @@ def place(desk):
         close(desk, desk.start(WEDNESDAY))
         expect({name: desk.setting(name) for name in stood}, stood)
         expect(desk.setting("WindowIsMaximised"), maximised)
+    desk.settings({**stood, "WindowIsMaximised": "0"})
+    program = desk.start(WEDNESDAY)
+    desk.window("Ostrova")
+    desk.act("search", "--sync", "--onlyvisible", "--name", "^Ostrova$",
+             "windowsize", "--sync", "640", "480", "windowminimize", "--sync")
+    expect(program.stop(), 0)
+    expect((desk.setting("WindowPosRight"), desk.setting("WindowPosBottom")), ("840", "630"))
 
 
 def background(desk, when_to_open, favourite, opens):
@@ -270,22 +277,31 @@ def background_never(desk):
 
 
 def read_only_data(desk):
-    """A list that finds no place is offered elsewhere, and lost only when the user says so."""
-    desk.write_list(("", "The Beatles"))
+    """A list that finds no place is offered elsewhere, and lost only when the user says so: when the
+    session ends while he is asked, it is kept aside."""
     desk.open_site(WEDNESDAY)
-    program = desk.start(WEDNESDAY)
-    desk.window("Ostrova")
-    os.remove(desk.data("SearchList.txt"))
-    os.makedirs(desk.data("SearchList.txt", "in the way"))
+    kept = desk.path("config", "Kelvane", "SearchList (not saved).txt")
+    usual = desk.data("SearchList.txt")
     beside = os.path.join(desk.programs, "SearchList.txt")
     shutil.rmtree(beside, ignore_errors=True)
     os.makedirs(os.path.join(beside, "in the way"))
     try:
-        desk.key("Escape")
-        box = desk.window("Error when saving song/artist list")
-        has_text(box, "SearchList.txt")
-        press(box, "push button", "Discard my changes")
-        expect(program.ended(), 0)
+        for discards in (True, False):
+            desk.write_list(("", "The Beatles"))
+            program = desk.start(WEDNESDAY)
+            desk.window("Ostrova")
+            os.remove(usual)
+            os.makedirs(os.path.join(usual, "in the way"))
+            desk.key("Escape")
+            box = desk.window("Error when saving song/artist list")
+            has_text(box, "SearchList.txt")
+            if discards:
+                press(box, "push button", "Discard my changes")
+                expect(program.ended(), 0)
+            else:
+                expect(program.stop(), 0)
+            expect(os.path.exists(kept), not discards)
+            shutil.rmtree(usual)
     finally:
         shutil.rmtree(beside)
 
