@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QLayout>
 #include <QPushButton>
 #include <QResizeEvent>
 
@@ -14,7 +15,8 @@ constexpr int ExitButton = 2;
 
 /// Tells `widget` and all in it the sizes that they would be told when they next show.
 void DeliverSizes(QWidget& widget) {
-    if (widget.testAttribute(Qt::WA_PendingResizeEvent)) {
+    constexpr int MostTimes = 4;  // what hears of its size may ask for another one
+    for (int i = 0; i < MostTimes && widget.testAttribute(Qt::WA_PendingResizeEvent); ++i) {
         widget.setAttribute(Qt::WA_PendingResizeEvent, false);
         QResizeEvent event(widget.size(), QSize());
         QCoreApplication::sendEvent(&widget, &event);
@@ -40,6 +42,12 @@ void SheetPage::Create() {
     isCreated_ = true;
     // The controls stand as the template has them; from there they follow the page's own size.
     resize(given);
+    if (layout() != nullptr) {
+        // What the controls stand on has to have its size before them: when it gets it only as the
+        // page shows, a size that changes meanwhile is never told.
+        layout()->activate();
+        DeliverSizes(*this);
+    }
     Relayout();
     if (isShown) show();
 }

@@ -112,6 +112,20 @@ TEST_F(OptionsPageTest, ShowsAndTakesTheCheckBox) {
     EXPECT_FALSE(settings_.checkForUpgrades);  // that is for the window to change
 }
 
+TEST_F(OptionsPageTest, CanBeMadeOnTheScreenAtAnySize) {
+    for (const QSize size : {QSize(576, 456), QSize(350, 215)}) {
+        OptionsPage page(settings_, clock_);
+        page.resize(size);
+        page.show();
+        page.Create();
+        QApplication::processEvents();
+        auto* exit = page.findChild<QWidget*>(QStringLiteral("exit"));
+        const int below = exit->parentWidget()->height() - exit->geometry().bottom();
+        EXPECT_LT(below, exit->height()) << size.width();
+        EXPECT_GT(below, 0) << size.width();
+    }
+}
+
 TEST_F(OptionsPageTest, TellsWhatItsOwnerIsToDo) {
     Open();
     const QSignalSpy checks(&page_, &OptionsPage::upgradeCheckRequested);
