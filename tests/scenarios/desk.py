@@ -215,6 +215,10 @@ def shows(accessible):
     return states.contains(Atspi.StateType.SHOWING)
 
 
+def has_focus(accessible):
+    return accessible.get_state_set().contains(Atspi.StateType.FOCUSED)
+
+
 def find(window, role, name=None):
     """The first thing of that role (and name) that shows in the window."""
     def look():

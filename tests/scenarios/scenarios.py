@@ -5,7 +5,7 @@ import os
 import shutil
 import signal
 
-from desk import expect, find, has_text, press, run, shows, texts, wait_for, walk
+from desk import expect, find, has_focus, has_text, press, run, shows, texts, wait_for, walk
 
 WEDNESDAY = "2026-11-25 12:00:00"
 # A start never looks sooner than a quarter of an hour later: this one at 13:00:00.
@@ -23,7 +23,7 @@ def songs_of(window):
     """The texts of the list in front, cell by cell."""
     for thing in walk(window):
         if thing.get_role_name() in ("tree", "tree table", "table") and shows(thing):
-            return [cell.get_name() for cell in walk(thing) if cell.get_role_name() != "column header"]
+            return [cell.get_name() for cell in walk(thing) if "header" not in cell.get_role_name()]
     return []
 
 
@@ -42,7 +42,9 @@ def first_start(desk):
     cells = wait_for("songs", lambda: songs_of(window))
     title = cells[1]
     open_tab(window, "Search List")
-    find(window, "text", "Song name").grab_focus()
+    edit = find(window, "text", "Song name")
+    edit.grab_focus()
+    wait_for("the focus", lambda: has_focus(edit))
     desk.type(title)
     desk.key("Return")
     wait_for("the row", lambda: title in songs_of(window))
