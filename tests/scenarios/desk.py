@@ -16,7 +16,7 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi  # noqa: E402  (the version has to be named first)
 
-PATIENCE = 20  # seconds; nothing takes so long
+PATIENCE = 40  # seconds; nothing takes so long
 
 
 class Failure(Exception):
@@ -134,6 +134,10 @@ class Desk:
         with os.fdopen(reader) as file:
             self.environment["DISPLAY"] = ":" + file.readline().strip()
         self._spawn(["openbox", "--sm-disable"], env=self.environment, stderr=subprocess.DEVNULL)
+        # A window that comes before the manager never gets the focus.
+        wait_for("the window manager", lambda: subprocess.run(
+            ["xdotool", "get_desktop"], env=self.environment, capture_output=True,
+            check=False).returncode == 0)
 
     def _at(self, moment):
         """The environment of a process that starts at `moment`, from where its clock goes on."""
@@ -216,6 +220,7 @@ def shows(accessible):
 
 
 def has_focus(accessible):
+    accessible.clear_cache()  # nobody here listens to changes
     return accessible.get_state_set().contains(Atspi.StateType.FOCUSED)
 
 

@@ -43,8 +43,7 @@ def first_start(desk):
     title = cells[1]
     open_tab(window, "Search List")
     edit = find(window, "text", "Song name")
-    edit.grab_focus()
-    wait_for("the focus", lambda: has_focus(edit))
+    wait_for("the focus", lambda: edit.grab_focus() and has_focus(edit))
     desk.type(title)
     desk.key("Return")
     wait_for("the row", lambda: title in songs_of(window))
