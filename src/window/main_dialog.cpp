@@ -118,6 +118,7 @@ pages::SongListPage* MainDialog::AsSongPage(pages::SheetPage* page) const {
 
 void MainDialog::OnPageLeft(pages::SheetPage* left) {
     if (left == searchPage_) {
+        searchPage_->EndEditing();  // in a window that isn't active no editor ends by itself
         RematchAll();
     } else if (const pages::SongListPage* songPage = AsSongPage(left)) {
         CopyColumnWidths(*songPage);

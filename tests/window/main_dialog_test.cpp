@@ -188,6 +188,20 @@ TEST_F(MainDialogTest, AFavouriteAddedByKeysIsFoundAndStillThereNextTime) {
     EXPECT_EQ(Sheet().currentIndex(), Results);
 }
 
+TEST_F(MainDialogTest, AnEditThatIsLeftForAnotherPageIsSearchedFor) {
+    user_.WriteList("\"Nothing\"\t\"\"\r\n");
+    Open();
+    GoTo(Search);
+    // A screen reader uses windows that aren't active.
+    QApplication::setActiveWindow(nullptr);
+    ListOn(Search)->setFocus();
+    ListOn(Search)->SelectRow(0);
+    QTest::keyClick(ListOn(Search), Qt::Key_F2);
+    QTest::keyClicks(ListOn(Search)->viewport()->findChild<QLineEdit*>(), QStringLiteral("A Song"));
+    Press(Search, SearchNow);
+    EXPECT_EQ(Titles(Results).at(1), "A Song");
+}
+
 TEST_F(MainDialogTest, SongPagesShareTheirColumnWidths) {
     user_.WriteList(List);
     Open();
