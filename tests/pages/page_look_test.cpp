@@ -83,6 +83,24 @@ TEST(PageLook, NothingIsCutOrCoveredAtAnySize) {
     }
 }
 
+TEST(PageLook, TheLinkBesideTheBoxesIsOnALineWithThem) {
+    for (const int points : {9, 10, 12}) {
+        const FontSize font(points);
+        const gallery::SheetPages pages;
+        for (const auto& [name, page] : pages.All()) {
+            const auto* link = page->findChild<QWidget*>(QStringLiteral("playlistLink"));
+            if (link == nullptr) continue;
+            page->show();
+            page->resize(1200, 700);
+            const int middle =
+                link->y() + link->contentsRect().y() + link->fontMetrics().height() / 2;
+            const auto* year = page->findChild<QWidget*>(QStringLiteral("year"));
+            const int below = middle - year->geometry().center().y();
+            EXPECT_TRUE(below == 0 || below == 1) << name.toStdString() << points << below;
+        }
+    }
+}
+
 /// How a control's place differs from the template's.
 struct Moved {
     int x = 0;

@@ -206,14 +206,6 @@ TEST_F(SongListPageTest, IsReachedByTabAndLeftByExitOrEscape) {
     EXPECT_EQ(added_.size() + static_cast<std::size_t>(weekendsChosen_), 0U);
 }
 
-TEST_F(SongListPageTest, WritesTheLinkOnALineWithTheYear) {
-    Open(SongView::Friday);
-    page_->resize(900, 500);
-    const int top = link_->y() + link_->contentsRect().top();
-    EXPECT_NEAR(top + link_->fontMetrics().height() / 2, year_->geometry().center().y(), 1);
-    EXPECT_LT(top + link_->fontMetrics().height(), guest_->y());
-}
-
 TEST_F(SongListPageTest, SharesTheWidthOfTheTemplateAmongTheColumns) {
     Open(SongView::Friday);
     const int time = list_->columnWidth(0);
