@@ -15,6 +15,8 @@ import subprocess
 import sys
 import time
 
+from process_figures import pss_mib, wake_ups
+
 ROUNDS = 5
 SAMPLE_LIST = os.path.join(os.path.dirname(__file__), "..", "demo", "data", "SampleSearchList.txt")
 
@@ -99,15 +101,6 @@ def bench_search(programs, archive, work):
         row(f"search the archive / cat ({kind})", compare((ours,), (["cat", *pages],), which), 8)
 
 
-def wake_ups(pid):
-    """How often the kernel has put a thread of the process on a processor again."""
-    total = 0
-    for thread in os.listdir(f"/proc/{pid}/task"):
-        with open(f"/proc/{pid}/task/{thread}/status", encoding="ascii") as file:
-            total += sum(int(line.split()[1]) for line in file if "ctxt_switches" in line)
-    return total
-
-
 def bench_waiting(programs, work):
     home = os.path.join(work, "home")
     shutil.rmtree(home, ignore_errors=True)
@@ -123,10 +116,8 @@ def bench_waiting(programs, work):
         before = wake_ups(waiting.pid)
         time.sleep(60)
         after = wake_ups(waiting.pid)
-        with open(f"/proc/{waiting.pid}/smaps_rollup", encoding="ascii") as file:
-            pss = next(int(line.split()[1]) for line in file if line.startswith("Pss:"))
         threads = len(os.listdir(f"/proc/{waiting.pid}/task"))
-        print(f"ostrova -A while it waits: {pss / 1024:.1f} MiB of PSS (at most 8), {threads} "
+        print(f"ostrova -A while it waits: {pss_mib(waiting.pid):.1f} MiB of PSS (at most 8), {threads} "
               f"thread (1), {after - before} wake-ups in 60 s (0)")
     finally:
         waiting.terminate()

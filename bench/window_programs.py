@@ -16,6 +16,8 @@ import subprocess
 import sys
 import time
 
+from process_figures import pss_mib, wake_ups
+
 ROUNDS = 11
 DISPLAY = ":87"
 FAVOURITES = 1000
@@ -49,19 +51,6 @@ def cpu_seconds(pid):
         with open(f"/proc/{pid}/task/{thread}/schedstat", encoding="ascii") as file:
             total += int(file.read().split()[0])
     return total / 1e9
-
-
-def pss_mib(pid):
-    with open(f"/proc/{pid}/smaps_rollup", encoding="ascii") as file:
-        return next(int(line.split()[1]) for line in file if line.startswith("Pss:")) / 1024
-
-
-def wake_ups(pid):
-    total = 0
-    for thread in os.listdir(f"/proc/{pid}/task"):
-        with open(f"/proc/{pid}/task/{thread}/status", encoding="ascii") as file:
-            total += sum(int(line.split()[1]) for line in file if "ctxt_switches" in line)
-    return total
 
 
 def wait_until(condition, what):
