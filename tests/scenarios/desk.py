@@ -77,6 +77,8 @@ class Desk:
             os.makedirs(self.path(name), mode=0o700)
         self.environment.update(XDG_CONFIG_HOME=self.path("config"), XDG_DATA_HOME=self.path("data"),
                                 XDG_RUNTIME_DIR=self.path("runtime"))
+
+    def open(self):
         self._open_display()
         self.settings({"CheckForUpgrades": 0})
 
@@ -128,8 +130,9 @@ class Desk:
 
     def _open_display(self):
         reader, writer = os.pipe()
-        self._spawn(["Xvfb", "-displayfd", str(writer), "-screen", "0", "1280x1024x24", "-nolisten",
-                     "tcp"], pass_fds=[writer], stderr=subprocess.DEVNULL)
+        # A server that starts over when its last client leaves turns away who comes meanwhile.
+        self._spawn(["Xvfb", "-noreset", "-displayfd", str(writer), "-screen", "0", "1280x1024x24",
+                     "-nolisten", "tcp"], pass_fds=[writer], stderr=subprocess.DEVNULL)
         os.close(writer)
         with os.fdopen(reader) as file:
             self.environment["DISPLAY"] = ":" + file.readline().strip()
@@ -260,6 +263,7 @@ def run(scenarios):
     programs, name = sys.argv[1:]
     desk = Desk(os.path.abspath(programs))
     try:
+        desk.open()
         scenarios[name](desk)
     except Failure as failure:
         for title, window in desk.windows():
