@@ -115,11 +115,25 @@ private:
     /// The same for a longer word, or one with other letters.
     Word TakeOddWord() {
         const char* const word = out_;
-        for (; position_ != end_ && KeyByte(*position_) >= 'A'; ++position_) {
-            for (const char letter : FoldLetter(*position_)) *out_++ = letter;
+        while (position_ != end_ && KeyByte(*position_) >= 'A') {
+            const Chunk chunk = ReadChunk(Load());
+            if (chunk.letterCount == 0) {
+                TakeFoldedLetter();
+                continue;
+            }
+            StoreEight(chunk.upper, out_);
+            position_ += chunk.letterCount;
+            out_ += chunk.letterCount;
         }
         const std::string_view written(word, static_cast<std::size_t>(out_ - word));
         return {FirstLetters(written), LastLetters(written), written.size()};
+    }
+
+    /// Takes one letter beyond ASCII, which becomes one or two.
+    void TakeFoldedLetter() {
+        const Folded& folded = FoldTable[static_cast<unsigned char>(*position_++)];
+        std::memcpy(out_, folded.letters.data(), folded.letters.size());
+        out_ += folded.length;
     }
 
     static bool IsLetterBeyondAscii(char byte) {

@@ -59,7 +59,7 @@ std::optional<std::string_view> LineReader::Next(std::size_t longest) {
     std::string_view piece = rest_.substr(0, longest);
     piece = piece.substr(0, std::min(piece.find('\n'), piece.size() - 1) + 1);
     rest_.remove_prefix(piece.size());
-    return piece.substr(0, piece.find('\0'));
+    return hasZeros_ ? piece.substr(0, piece.find('\0')) : piece;
 }
 
 std::optional<std::string_view> ReadListLine(LineReader& reader, const ListLineOptions& options) {

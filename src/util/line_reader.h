@@ -18,7 +18,8 @@ void ToTextMode(std::string& bytes);
 class LineReader {
 public:
     /// `longest` is the most characters that a piece holds, its line feed included; not 0.
-    LineReader(std::string_view text, std::size_t longest) : rest_(text), longest_(longest) {}
+    LineReader(std::string_view text, std::size_t longest)
+        : rest_(text), longest_(longest), hasZeros_(text.find('\0') != std::string_view::npos) {}
 
     /// The next piece, with its line feed when it has one, or nothing at the end. What follows a
     /// zero byte in a piece is passed over: to a reader of lines the piece ends there. The view is
@@ -31,6 +32,7 @@ public:
 private:
     std::string_view rest_;
     std::size_t longest_;
+    bool hasZeros_;  // hardly any text has one: then no line has to be searched
 };
 
 /// A message slot of `ReadListLine`.
