@@ -4,7 +4,7 @@ BUILD_PACKAGES="g++ cmake ninja-build ccache pkg-config libcurl4-openssl-dev lib
     libcli11-dev nlohmann-json3-dev libutf8proc-dev"
 WINDOW_PACKAGES="qt6-base-dev fonts-dejavu-core"
 PACKAGE_PACKAGES="dpkg-dev file gzip"
-TEST_PACKAGES="$WINDOW_PACKAGES $PACKAGE_PACKAGES libgtest-dev libgmock-dev git python3 tzdata
+TEST_PACKAGES="$WINDOW_PACKAGES $PACKAGE_PACKAGES libgtest-dev libgmock-dev git python3 python3-jsonschema tzdata
     xvfb openbox xdotool dbus at-spi2-core python3-gi gir1.2-atspi-2.0 faketime
     desktop-file-utils appstream lintian man-db mandoc zsh fish strace systemd"
 LINT_PACKAGES="clang-format clang-tidy"

@@ -73,7 +73,7 @@ hardening)
     need readelf
     for program in "$place"/bin/* $(find "$place/libexec" -type f 2>/dev/null); do
         facts=$(readelf --wide -hld --dyn-syms "$program")
-        wanted='Position-Independent GNU_RELRO BIND_NOW __stack_chk_fail'
+        wanted='DYN.( GNU_RELRO BIND_NOW __stack_chk_fail'
         case $3 in *Rel*) wanted="$wanted _chk@GLIBC" ;; esac # the optimising builds
         for fact in $wanted; do
             echo "$facts" | grep -q "$fact" || { echo "$program: no $fact"; exit 1; }
