@@ -72,7 +72,8 @@ class Desk:
             "HOME": self.root, "PATH": os.environ["PATH"], "LANG": "C.UTF-8", "TZ": "Europe/Berlin",
             "DBUS_SESSION_BUS_ADDRESS": os.environ["DBUS_SESSION_BUS_ADDRESS"],
             "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "QT_QPA_PLATFORM": "xcb",
-            "OSTROVA_MAKER_HOST": "http://127.0.0.1:9"}
+            "OSTROVA_MAKER_HOST": "http://127.0.0.1:9",
+            "TSAN_OPTIONS": os.environ.get("TSAN_OPTIONS", "")}
         for name in ("config", "data", "runtime"):
             os.makedirs(self.path(name), mode=0o700)
         self.environment.update(XDG_CONFIG_HOME=self.path("config"), XDG_DATA_HOME=self.path("data"),
