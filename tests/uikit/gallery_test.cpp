@@ -8,7 +8,6 @@
 #include <memory>
 #include <set>
 
-#include "tests/gallery/boxes.h"
 #include "tests/uikit/widgets.h"
 #include "uikit/link_label.h"
 
