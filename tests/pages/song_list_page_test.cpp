@@ -1,7 +1,5 @@
 #include "pages/song_list_page.h"
 
-#include <QClipboard>
-
 #include "tests/pages/song_page_fixture.h"
 #include "uikit/dialog_builder.h"
 
@@ -102,8 +100,6 @@ TEST_F(SongListPageTest, ListsAShowAndMarksTheMatches) {
     EXPECT_TRUE(hasStar(1));
     EXPECT_FALSE(hasStar(0));
     ClickRow(1);
-    QTest::keySequence(list_, QKeySequence::Copy);
-    EXPECT_EQ(QApplication::clipboard()->text(), "~1:05am\t9 Rooms  !\tMina && Vale\t");
     EXPECT_TRUE(hasStar(1)) << "selected, too";
     ClickRow(1);
     EXPECT_EQ(list_->EditCount(), 0);
@@ -187,13 +183,11 @@ TEST_F(SongListPageTest, IsReachedByTabAndLeftByExitOrEscape) {
 
 TEST_F(SongListPageTest, SharesTheWidthOfTheTemplateAmongTheColumns) {
     Open(SongView::Friday);
-    const int time = list_->columnWidth(0);
-    const int title = list_->columnWidth(1);
-    const int width = list_->viewport()->width();
-    EXPECT_NEAR(time, width / 5, 2);
-    EXPECT_NEAR(title, (width - time) * 2 / 5, 2);
-    EXPECT_NEAR(list_->columnWidth(2), title, 1);
-    EXPECT_EQ(list_->columnWidth(3), width - time - title - list_->columnWidth(2));
+    const int percents[] = {20, 32, 32, 16};
+    for (int i = 0; i < 4; ++i) {
+        const double width = list_->columnWidth(i);
+        EXPECT_NEAR(100 * width / list_->viewport()->width(), percents[i], 0.5) << i;
+    }
 }
 
 TEST_F(SongListPageTest, DoesNothingBeforeItIsCreatedAndCanBeMadeOnTheScreen) {

@@ -85,14 +85,11 @@ TEST_F(SortedListTest, OffersInItsMenuWhatTheMouseDoes) {
     EXPECT_EQ(list_->SortColumn(), 0);
 }
 
-TEST_F(SortedListTest, SaysToScreenReadersWhatItShows) {
+TEST_F(SortedListTest, SaysToScreenReadersHowItIsSorted) {
     auto* table = QAccessible::queryAccessibleInterface(list_)->tableInterface();
     ASSERT_NE(table, nullptr);
     EXPECT_EQ(QSize(table->columnCount(), table->rowCount()), QSize(2, 4));
     EXPECT_EQ(table->columnDescription(1), "Column 1");
-    EXPECT_EQ(table->cellAt(1, 1)->text(QAccessible::Name), "Abba");
-    list_->SetCellText(1, 1, "");
-    EXPECT_EQ(table->cellAt(1, 1)->text(QAccessible::Name), "Column 1: empty");
     EXPECT_EQ(list_->model()->headerData(1, Qt::Horizontal, Qt::AccessibleDescriptionRole),
               QVariant("sorted ascending"));
 }

@@ -65,8 +65,10 @@ TEST_F(ListLookTest, ColoursRowsByTheirRecords) {
     constexpr Colour Red = Rgb(255, 0, 0);
     constexpr Colour Navy = Rgb(0, 0, 128);
     constexpr Colour Green = Rgb(0, 255, 0);
-    constexpr Colour Bright = Rgb(127, 128, 128);
-    constexpr Colour Dark = Rgb(126, 128, 128);
+    const Colour bright = Rgb(127, 128, 128);
+    const Colour dark = Rgb(126, 128, 128);
+    const RowRecord wholeBright = {TextRow, Green, Green, Red, bright, 0, WholeRowBack};
+    const RowRecord wholeDark = {TextRow, Green, Green, Red, dark, 0, WholeRowBack};
     list_->SetShowSelectionAlways(true);
     for (const auto& [name, record, isSelected, back, ink] :
          Rows<const char*, RowRecord, bool, QColor, QColor>{
@@ -78,16 +80,8 @@ TEST_F(ListLookTest, ColoursRowsByTheirRecords) {
              {"own back, selected", {TextRow, None, None, Red}, true, Qt::blue, Qt::yellow},
              {"for selected", {TextRow, None, Green, None, Red}, true, Qt::red, Qt::green},
              {"its back", {TextRow, None, None, None, Navy}, true, Qt::darkBlue, Qt::white},
-             {"bright, whole row",
-              {TextRow, Green, Green, Red, Bright, 0, WholeRowBack},
-              true,
-              ToQColor(Bright),
-              Qt::black},
-             {"dark, whole row",
-              {TextRow, Green, Green, Red, Dark, 0, WholeRowBack},
-              true,
-              ToQColor(Dark),
-              Qt::white},
+             {"bright, whole row", wholeBright, true, ToQColor(bright), Qt::black},
+             {"dark, whole row", wholeDark, true, ToQColor(dark), Qt::white},
          }) {
         list_->SelectRow(isSelected ? 1 : 0);
         list_->GetRowRecord(1) = record;
@@ -99,6 +93,7 @@ TEST_F(ListLookTest, ColoursRowsByTheirRecords) {
 
 TEST_F(ListLookTest, ShowsTheFocusOnlyWithTheFocus) {
     list_->SelectRow(2);
+    list_->SetShowSelectionAlways(true);
     EXPECT_FALSE(HasInk(2, 0, Qt::yellow, 1));
     list_->setFocus();
     EXPECT_TRUE(HasInk(2, 0, Qt::yellow, 1));
