@@ -3,6 +3,7 @@
 #include <QMenu>
 
 #include "tests/uikit/list_fixture.h"
+#include "uikit/column_fit.h"
 
 namespace ostrova::uikit {
 namespace {
@@ -92,6 +93,11 @@ TEST_F(SortedListTest, SaysToScreenReadersHowItIsSorted) {
     EXPECT_EQ(table->columnDescription(1), "Column 1");
     EXPECT_EQ(list_->model()->headerData(1, Qt::Horizontal, Qt::AccessibleDescriptionRole),
               QVariant("sorted ascending"));
+}
+
+TEST(ColumnFit, SharesTheRoomEvenlyAmongColumnsWithoutAWidth) {
+    const std::vector<int> widths = {0, 0};
+    EXPECT_EQ(FitWidths(TakeShares(widths), 40, 12), (std::vector<int>{20, 20}));
 }
 
 class FittedListTest : public ListTest {

@@ -2,6 +2,7 @@
 
 #include <QComboBox>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -221,9 +222,15 @@ TEST_F(MainDialogTest, NewPlaylistsAreOfferedOnFriday) {
     EXPECT_EQ(Armed(), "2026-11-29 12:00:00");
     // Refused, it can be picked all the same.
     EXPECT_EQ(On<QComboBox>(Friday, SongShowDate)->itemText(0), "Friday night, 27 November");
+    GoTo(SaturdayNight);
+    EXPECT_EQ(On<QComboBox>(SaturdayNight, SongShowDate)->currentText(),
+              "Saturday night, 21 November");
 
     Publish("20261204", "20261205", "A Third Song");
+    const auto* news = On<QLabel>(Results, SongPlaylistLink);
+    EXPECT_EQ(news->text(), "This weekend's playlists are out now!");
     RingTimer();  // the weekend ends
+    EXPECT_EQ(news->text(), "New playlists not available yet");
     EXPECT_EQ(Armed(), "2026-12-04 13:00:00");
     user_.dialog->showMinimized();
     RingTimer();
