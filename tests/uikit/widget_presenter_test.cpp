@@ -68,7 +68,7 @@ TEST_F(WidgetPresenterTest, EveryStandardBoxHasItsCaptionIconAndCut) {
          }) {
         SCOPED_TRACE(caption);
         const QString text = ToQString(foreign.substr(0, longest) + "...");
-        WhenShown([&](QDialog& box) {
+        WhenShown([&text, caption = caption, icon = icon](QDialog& box) {
             EXPECT_EQ(box.windowTitle(), caption);
             EXPECT_EQ(Message(box).text(), text);
             EXPECT_EQ(Message(box).textFormat(), Qt::PlainText);
