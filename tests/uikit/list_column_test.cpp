@@ -95,9 +95,12 @@ TEST_F(SortedListTest, SaysToScreenReadersHowItIsSorted) {
               QVariant("sorted ascending"));
 }
 
-TEST(ColumnFit, SharesTheRoomEvenlyAmongColumnsWithoutAWidth) {
-    const std::vector<int> widths = {0, 0};
-    EXPECT_EQ(FitWidths(TakeShares(widths), 40, 12), (std::vector<int>{20, 20}));
+TEST(ColumnFit, SharesTheRoomBeyondTheLeastWidth) {
+    using Ints = std::vector<int>;
+    for (const auto& [before, room, expected] :
+         Rows<Ints, int, Ints>{{{1, 99}, 100, {12, 88}}, {{0, 0}, 40, {20, 20}}}) {
+        EXPECT_EQ(FitWidths(TakeShares(before), room, 12), expected);
+    }
 }
 
 class FittedListTest : public ListTest {
