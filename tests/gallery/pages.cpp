@@ -4,14 +4,14 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPainter>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QScrollArea>
 #include <QVBoxLayout>
+#include <initializer_list>
+#include <utility>
 
-#include "tests/gallery/boxes.h"
+#include "tests/gallery/gallery.h"
 #include "uikit/dialog_builder.h"
 #include "uikit/dialog_layout.h"
 #include "uikit/hand_cursor.h"
@@ -26,12 +26,7 @@ using namespace resources;
 using uikit::LinkLabel;
 using uikit::MarkupView;
 
-struct MarkupSample {
-    const char* name;
-    const char* markup;
-};
-
-constexpr MarkupSample MarkupSamples[] = {
+constexpr std::pair<const char*, const char*> MarkupSamples[] = {
     {"Note", "<b>Note:</b> <i>Leave song name\nblank to match any song\nby a given artist.</i>"},
     {"About",
      "<font size=+4 color=red><b>Ostrova</b></font>\nVersion 1.9  (<b>not the latest!</b>)\n"
@@ -68,32 +63,17 @@ void AddRow(QGridLayout* grid, const QString& name, QWidget* control) {
     grid->addWidget(control, row, 1);
 }
 
+constexpr const char* Check = "Automatically check\nfor software updates";
 constexpr ControlTemplate EveryControl[] = {
     {1, ControlKind::StaticText, "heading", "Every control of a template", "", {5, 5, 130, 10}},
     {2, ControlKind::StaticText, "nameLabel", "Song name:", "", {5, 18, 100, 10}},
     {3, ControlKind::Edit, "name", "", "Song name", {5, 28, 100, 15}},
     {4, ControlKind::PushButton, "add", "&Add", "", {110, 28, 30, 15}},
     {5, ControlKind::ComboBox, "year", "", "Year", {145, 28, 40, 15}},
-    {6,
-     ControlKind::CheckBox,
-     "check",
-     "Automatically check\nfor software updates",
-     "",
-     {110, 48, 100, 22}},
+    {6, ControlKind::CheckBox, "check", Check, "", {110, 48, 100, 22}},
     {7, ControlKind::MarkupView, "note", "", "Note", {5, 48, 100, 30}, WrapsWords},
-    {8,
-     ControlKind::RadioButton,
-     "always",
-     "Open whenever new playlists come out",
-     "",
-     {5, 85, 180, 11},
-     BeginsGroup},
-    {9,
-     ControlKind::RadioButton,
-     "never",
-     "Never open, I'll run it manually",
-     "",
-     {5, 96, 180, 11}},
+    {8, ControlKind::RadioButton, "always", "Always open", "", {5, 85, 180, 11}, BeginsGroup},
+    {9, ControlKind::RadioButton, "never", "Never, I'll run it", "", {5, 96, 180, 11}},
     {10, ControlKind::LinkLabel, "link", "<Playlist link>", "", {110, 72, 100, 10}},
     {11, ControlKind::ProgressBar, "bar", "", "Progress", {5, 112, 205, 10}},
     {12, ControlKind::PushButton, "exit", "E&xit", "", {160, 128, 50, 15}},
@@ -107,22 +87,24 @@ class TemplatePage final : public QWidget {
 public:
     explicit TemplatePage(QWidget* parent) : QWidget(parent) {
         uikit::BuildDialog(*this, EveryControlTemplate);
-        uikit::ControlAs<MarkupView>(*this, 7)->SetMarkup(MarkupSamples[0].markup);
-        uikit::ControlAs<QComboBox>(*this, 5)->addItems({QStringLiteral("2026")});
+        uikit::ControlAs<MarkupView>(*this, 7)->SetMarkup(MarkupSamples[0].second);
+        uikit::ControlAs<QComboBox>(*this, 5)->addItem("2026");
         uikit::ControlAs<QRadioButton>(*this, 8)->setChecked(true);
         uikit::ControlAs<QProgressBar>(*this, 11)->setValue(40);
         uikit::ControlById(*this, 13)->setEnabled(false);
-        (void)uikit::AttachLink(*this, 10, QStringLiteral("Click for online playlist"),
-                                QStringLiteral("http://www.vantra.example/"));
+        (void)uikit::AttachLink(*this, 10, "Click for online playlist",
+                                "http://www.vantra.example/");
         layout_.Attach(*this);
         setMinimumSize(layout_.MinTrackSize());
-        layout_.SetAnchorById(1, uikit::AnchorFixed, uikit::AnchorFixed);
-        for (int id : {2, 3, 7}) layout_.SetAnchorById(id, uikit::AnchorNear, uikit::AnchorFixed);
-        for (int id : {4, 5, 6, 10})
-            layout_.SetAnchorById(id, uikit::AnchorMove, uikit::AnchorFixed);
-        for (int id : {8, 9, 13}) layout_.SetAnchorById(id, uikit::AnchorFixed, uikit::AnchorMove);
-        layout_.SetAnchorById(11, uikit::AnchorStretch, uikit::AnchorMove);
-        layout_.SetAnchorById(12, uikit::AnchorMove, uikit::AnchorMove);
+        const auto anchor = [this](std::initializer_list<int> ids, auto across, auto down) {
+            for (const int id : ids) layout_.SetAnchorById(id, across, down);
+        };
+        anchor({1}, uikit::AnchorFixed, uikit::AnchorFixed);
+        anchor({2, 3, 7}, uikit::AnchorNear, uikit::AnchorFixed);
+        anchor({4, 5, 6, 10}, uikit::AnchorMove, uikit::AnchorFixed);
+        anchor({8, 9, 13}, uikit::AnchorFixed, uikit::AnchorMove);
+        anchor({11}, uikit::AnchorStretch, uikit::AnchorMove);
+        anchor({12}, uikit::AnchorMove, uikit::AnchorMove);
     }
 
 protected:
@@ -140,50 +122,48 @@ private:
 QWidget* MakeMarkupPage(QWidget* parent) {
     auto* page = new QWidget(parent);
     QGridLayout* grid = MakeGrid(page);
-    for (const MarkupSample& sample : MarkupSamples) {
+    for (const auto& [name, markup] : MarkupSamples) {
         auto* view = new MarkupView(page);
         view->UseDialogFace();
-        view->SetMarkup(sample.markup);
+        view->SetMarkup(markup);
         view->setMinimumHeight(uikit::MeasureRichText(*view->document(), 3).height());
-        AddRow(grid, QString::fromLatin1(sample.name), view);
+        AddRow(grid, name, view);
     }
     auto* plain = new MarkupView(page);
     plain->SetPlainContent(
         "Plain, on its own white: <b>tags</b> & entities &amp; \x90 \x9D\n[*] %1");
-    AddRow(grid, QStringLiteral("Plain"), plain);
+    AddRow(grid, "Plain", plain);
     return page;
 }
 
 QWidget* MakeLinkPage(QWidget* parent) {
     auto* page = new QWidget(parent);
     QGridLayout* grid = MakeGrid(page);
-    const QString site = QStringLiteral("http://www.vantra.example/playlist");
-    const auto add = [&](const QString& name) {
+    const QString site = "http://www.vantra.example/playlist";
+    const QString tooLong = "A guest line that is far too long for this place: ";
+    const auto add = [&](const char* name) -> LinkLabel& {
         auto* label = new LinkLabel(page);
         AddRow(grid, name, label);
-        return label;
+        return *label;
     };
-    add(QStringLiteral("Plain"))->SetPlainText(QStringLiteral("Guests: AT&&T & <b>friends</b>"));
-    auto* bold = add(QStringLiteral("Bold"));
-    bold->SetText(QStringLiteral("This weekend's playlists are out now!"));
-    bold->SetBold(true);
-    add(QStringLiteral("Link"))->SetLink(QStringLiteral("Click for online playlist"), site);
-    auto* quiet = add(QStringLiteral("Not underlined"));
-    quiet->SetLink(QStringLiteral("Guest programmer: Somebody"), site);
-    quiet->SetUnderline(false);
-    auto* boldLink = add(QStringLiteral("Bold link"));
-    boldLink->SetLink(site);
-    boldLink->SetBold(true);
-    add(QStringLiteral("Long"))
-        ->SetLink(QStringLiteral("A guest line that is far too long for this place: %1")
-                      .arg(QString(200, QLatin1Char('m'))),
-                  site);
-    auto* coloured = add(QStringLiteral("Coloured"));
-    coloured->SetPlainText(QStringLiteral("Two lines\nin red"));
-    coloured->SetTextColour(0x0000FF);
-    auto* disabled = add(QStringLiteral("Disabled"));
-    disabled->SetPlainText(QStringLiteral("A disabled label"));
-    disabled->setEnabled(false);
+    add("Plain").SetPlainText("Guests: AT&&T & <b>friends</b>");
+    LinkLabel& bold = add("Bold");
+    bold.SetText("This weekend's playlists are out now!");
+    bold.SetBold(true);
+    add("Link").SetLink("Click for online playlist", site);
+    LinkLabel& quiet = add("Not underlined");
+    quiet.SetLink("Guest programmer: Somebody", site);
+    quiet.SetUnderline(false);
+    LinkLabel& boldLink = add("Bold link");
+    boldLink.SetLink(site);
+    boldLink.SetBold(true);
+    add("Long").SetLink(tooLong + QString(200, 'm'), site);
+    LinkLabel& coloured = add("Coloured");
+    coloured.SetPlainText("Two lines\nin red");
+    coloured.SetTextColour(0x0000FF);
+    LinkLabel& disabled = add("Disabled");
+    disabled.SetPlainText("A disabled label");
+    disabled.setEnabled(false);
     grid->setRowStretch(grid->rowCount(), 1);
     return page;
 }
@@ -196,7 +176,7 @@ QWidget* MakeCursorPage(QWidget* parent) {
         QPixmap hand = uikit::DrawHand(percent / 100.0);
         hand.setDevicePixelRatio(1);
         picture->setPixmap(hand);
-        AddRow(grid, QStringLiteral("Hand at %1 %").arg(percent), picture);
+        AddRow(grid, QString("Hand at %1 %").arg(percent), picture);
     }
     grid->setRowStretch(grid->rowCount(), 1);
     return page;
@@ -211,7 +191,6 @@ QWidget* MakeBoxPage(QWidget* parent) {
     auto* column = new QVBoxLayout(page);
     for (const NamedBox& box : Boxes()) {
         auto* button = new QPushButton(box.name, page);
-        button->setObjectName(box.name);
         QObject::connect(button, &QPushButton::clicked, page, [page, make = box.make] {
             QDialog* dialog = make(page->window());
             dialog->setAttribute(Qt::WA_DeleteOnClose);

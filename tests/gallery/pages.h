@@ -1,6 +1,6 @@
 #pragma once
 
-// The pages of the gallery: each shows one kind of control in every state.
+// The pages of the gallery: each shows one kind of control in every state. `parent` owns them.
 
 #include <QWidget>
 
@@ -15,5 +15,9 @@ namespace ostrova::gallery {
 
 /// A button for each box.
 [[nodiscard]] QWidget* MakeBoxPage(QWidget* parent);
+
+/// The list control in every state that its users meet. Lists that are edited open their editor
+/// when the page is shown.
+[[nodiscard]] QWidget* MakeListPage(QWidget* parent);
 
 }  // namespace ostrova::gallery

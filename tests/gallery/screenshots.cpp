@@ -1,12 +1,8 @@
-#include "tests/gallery/screenshots.h"
-
 #include <QApplication>
 #include <QDir>
-#include <QPainter>
 #include <QPixmap>
 #include <memory>
 
-#include "tests/gallery/boxes.h"
 #include "tests/gallery/gallery.h"
 #include "tests/gallery/sheet_pages.h"
 #include "uikit/dialog_builder.h"
@@ -16,96 +12,92 @@ namespace {
 
 /// How a series of pictures looks.
 struct Look {
-    QString name;
+    const char* name;
     bool isDark = false;
     int scale = 1;  // device pixels a pixel
     int points = 10;
 };
 
-const Look Looks[] = {
-    {QStringLiteral("light-100-10pt"), false, 1, 10},
-    {QStringLiteral("dark-100-10pt"), true, 1, 10},
-    {QStringLiteral("light-200-10pt"), false, 2, 10},
-    {QStringLiteral("dark-200-10pt"), true, 2, 10},
-    {QStringLiteral("light-100-9pt"), false, 1, 9},
-    {QStringLiteral("light-100-12pt"), false, 1, 12},
+constexpr Look Looks[] = {
+    {"light-100-10pt"},         {"dark-100-10pt", true},        {"light-200-10pt", false, 2},
+    {"dark-200-10pt", true, 2}, {"light-100-9pt", false, 1, 9}, {"light-100-12pt", false, 1, 12},
 };
 
-bool Save(QWidget& widget, const Look& look, const QString& folder, const QString& name) {
-    QPixmap picture(widget.size() * look.scale);
-    picture.setDevicePixelRatio(look.scale);
-    picture.fill(widget.palette().color(QPalette::Window));
-    widget.render(&picture);
-    return picture.save(
-        QDir(folder).filePath(name + QLatin1Char('-') + look.name + QStringLiteral(".png")));
-}
+/// Takes the pictures of one look.
+class Camera {
+public:
+    Camera(const Look& look, const QString& folder) : look_(look), folder_(folder) {}
 
-bool SavePages(const Look& look, const QString& folder) {
-    bool isSaved = true;
-    GalleryWindow window;
-    window.show();
-    const std::pair<QString, QSize> sizes[] = {{QStringLiteral("small"), window.minimumSizeHint()},
-                                               {QStringLiteral("large"), QSize(1000, 760)}};
-    for (const auto& [name, size] : sizes) {
-        window.resize(size);
+    [[nodiscard]] bool AllSaved() const { return allSaved_; }
+
+    void TakePages() {
+        GalleryWindow window;
+        window.show();
         for (int page = 0; page < window.count(); ++page) {
             window.setCurrentIndex(page);
-            QApplication::processEvents();
-            const QString title = window.tabText(page).toLower() + QLatin1Char('-') + name;
-            isSaved = Save(window, look, folder, title) && isSaved;
+            const QString name = window.tabText(page).toLower();
+            Take(window, name + "-small", window.minimumSizeHint());
+            Take(window, name + "-large", {1000, 760});
         }
     }
-    return isSaved;
-}
 
-bool SaveBoxes(const Look& look, const QString& folder) {
-    bool isSaved = true;
-    for (const NamedBox& box : Boxes()) {
-        const std::unique_ptr<QDialog> dialog(box.make(nullptr));
-        dialog->show();
+    void TakeBoxes() {
+        for (const NamedBox& box : Boxes()) {
+            const std::unique_ptr<QDialog> dialog(box.make(nullptr));
+            dialog->show();
+            Take(*dialog, "box-" + box.name, dialog->size());
+        }
+    }
+
+    /// At the smallest window's size and as narrow but higher, at the template's, at a large one's.
+    void TakeSheetPages() {
+        const SheetPages pages;
+        const uikit::DialogUnits units(QApplication::font());
+        for (const auto& [name, page] : pages.All()) {
+            page->show();
+            Take(*page, "page-" + name + "-small", {350, 215});
+            Take(*page, "page-" + name + "-narrow", {350, 560});
+            Take(*page, "page-" + name + "-template",
+                 {units.PixelsAcross(252), units.PixelsDown(207)});
+            Take(*page, "page-" + name + "-large", {1200, 700});
+        }
+    }
+
+private:
+    void Take(QWidget& widget, const QString& name, QSize size) {
+        widget.resize(size);
         QApplication::processEvents();
-        isSaved = Save(*dialog, look, folder, QStringLiteral("box-") + box.name) && isSaved;
+        QPixmap picture(widget.size() * look_.scale);
+        picture.setDevicePixelRatio(look_.scale);
+        picture.fill(widget.palette().color(QPalette::Window));
+        widget.render(&picture);
+        const QString file = QString("%1-%2.png").arg(name, look_.name);
+        allSaved_ = picture.save(QDir(folder_).filePath(file)) && allSaved_;
     }
-    return isSaved;
-}
 
-/// At the smallest window's size and as narrow but higher, at the template's, at a large window's.
-bool SaveSheetPages(const Look& look, const QString& folder) {
-    bool isSaved = true;
-    const SheetPages pages;
-    const uikit::DialogUnits units(QApplication::font());
-    const QSize ofTemplate(units.PixelsAcross(252), units.PixelsDown(207));
-    for (const auto& [name, page] : pages.All()) {
-        const std::pair<QString, QSize> sizes[] = {{QStringLiteral("small"), QSize(350, 215)},
-                                                   {QStringLiteral("narrow"), QSize(350, 560)},
-                                                   {QStringLiteral("template"), ofTemplate},
-                                                   {QStringLiteral("large"), QSize(1200, 700)}};
-        page->show();
-        for (const auto& [sizeName, size] : sizes) {
-            page->resize(size);
-            QApplication::processEvents();
-            const QString title = QStringLiteral("page-") + name + QLatin1Char('-') + sizeName;
-            isSaved = Save(*page, look, folder, title) && isSaved;
-        }
-    }
-    return isSaved;
-}
+    Look look_;
+    QString folder_;
+    bool allSaved_ = true;
+};
 
 }  // namespace
 
 bool TakeScreenshots(const QString& folder) {
     if (!QDir().mkpath(folder)) return false;
     const QPalette light = QApplication::palette();
-    bool isSaved = true;
+    bool allSaved = true;
     for (const Look& look : Looks) {
         QApplication::setPalette(look.isDark ? DarkPalette() : light);
         QFont font = QApplication::font();
         font.setPointSize(look.points);
         QApplication::setFont(font);
-        isSaved = SavePages(look, folder) && SaveBoxes(look, folder) &&
-                  SaveSheetPages(look, folder) && isSaved;
+        Camera camera(look, folder);
+        camera.TakePages();
+        camera.TakeBoxes();
+        camera.TakeSheetPages();
+        allSaved = camera.AllSaved() && allSaved;
     }
-    return isSaved;
+    return allSaved;
 }
 
 }  // namespace ostrova::gallery

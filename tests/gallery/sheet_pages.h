@@ -9,7 +9,7 @@
 #include "app/settings.h"
 #include "feedback/messages.h"
 #include "pages/sheet_page.h"
-#include "tests/gallery/song_pages.h"
+#include "playlists/download_run.h"
 #include "tests/support/fake_clock.h"
 #include "tests/support/recorder.h"
 #include "tests/support/temp_folder.h"
@@ -29,12 +29,14 @@ public:
     [[nodiscard]] const std::vector<NamedSheetPage>& All() const { return pages_; }
 
 private:
+    void AddSongPages();
+
     testing::TempFolder folder_;
     testing::MessageRecorder recorder_;
     testing::FakeClock clock_{1'800'000'000};
     feedback::Messages messages_{recorder_};
     app::Settings settings_;
-    SongPages songPages_;
+    playlists::WeekendState state_;
     std::vector<NamedSheetPage> pages_;
 };
 

@@ -2,21 +2,19 @@
 
 // A page in a dialog with a default button, driven by mouse and keys.
 
-#include <gtest/gtest.h>
-
+#include <QAbstractButton>
 #include <QAccessible>
-#include <QApplication>
 #include <QDialog>
 #include <QPushButton>
-#include <QTest>
-#include <string>
-#include <vector>
 
 #include "pages/sheet_page.h"
+#include "tests/support/rows.h"
+#include "tests/uikit/widgets.h"
 
 namespace ostrova::pages {
 
-using Strings = std::vector<std::string>;
+using testing::Rows;
+using testing::Strings;
 
 class ShownPage {
 public:
@@ -38,11 +36,15 @@ public:
 
     template <typename Control>
     [[nodiscard]] Control* Find(const char* name) const {
-        return page_.findChild<Control*>(QString::fromLatin1(name));
+        return page_.findChild<Control*>(name);
     }
 
     void Press(const char* button) const {
         QTest::mouseClick(Find<QAbstractButton>(button), Qt::LeftButton);
+    }
+    static void Key(QWidget* control, Qt::Key key) {
+        control->setFocus();
+        QTest::keyClick(control, key);
     }
 
     /// What a screen reader says at each stop of Tab, from `first` on to the end of the page.

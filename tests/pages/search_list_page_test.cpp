@@ -4,8 +4,6 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QSignalSpy>
-#include <fstream>
-#include <initializer_list>
 #include <optional>
 
 #include "tests/pages/page_fixture.h"
@@ -16,46 +14,47 @@
 namespace ostrova::pages {
 namespace {
 
-constexpr const char* NothingSelected = "Error: Select a song/artist from the list first";
+constexpr const char* AlreadyThere = "Error: This item is already in the list";
+constexpr const char* ThreeEntries = "\"A\"\t\"1\"\n\"B\"\t\"2\"\n\"C\"\t\"3\"\n";
 
 class SearchListPageTest : public ::testing::Test {
 public:
     /// Shows the page with the list of `file`.
     void Open(const std::string& file = {}) {
-        if (!file.empty()) std::ofstream(temp_.Path("SearchList.txt")) << file;
+        if (!file.empty()) temp_.Write("SearchList.txt", file);
         shown_.emplace(page_);
         list_ = shown_->Find<uikit::NewListCtrl>("searchList");
         song_ = shown_->Find<QLineEdit>("songName");
         artist_ = shown_->Find<QLineEdit>("artist");
     }
 
-    [[nodiscard]] Strings Rows() {
+    [[nodiscard]] std::string Songs() {
         Strings rows;
         for (std::size_t row = 0; row < page_.Rows().RowCount(); ++row) {
-            rows.push_back(page_.Rows().CellText(row, 0) + "|" + page_.Rows().CellText(row, 1));
+            rows.push_back(page_.Rows().CellText(row, 0) + "/" + page_.Rows().CellText(row, 1));
         }
-        return rows;
+        return testing::Joined(rows);
     }
 
     void Fill(const char* song, const char* artist) const {
-        song_->setText(QString::fromLatin1(song));
-        artist_->setText(QString::fromLatin1(artist));
+        song_->setText(song);
+        artist_->setText(artist);
     }
-    [[nodiscard]] Strings Boxes() const {
-        return {song_->text().toStdString(), artist_->text().toStdString()};
-    }
+    [[nodiscard]] QString Boxes() const { return song_->text() + "/" + artist_->text(); }
 
     void ClickCell(int row, int column) const {
         QTest::mouseClick(list_->viewport(), Qt::LeftButton, {},
                           list_->CellRect(row, column).center());
     }
-
-    /// Opens the editor of a cell, as a user does: a click selects, the next one edits.
-    [[nodiscard]] QWidget* Edit(int row, int column) const {
+    /// Types into the editor of a cell, as a user does: a click selects, the next one edits.
+    void Edit(int row, int column, const char* text) const {
         if (!list_->IsRowSelected(row)) ClickCell(row, column);
         ClickCell(row, column);
         EXPECT_EQ(list_->EditCount(), 1);
-        return ShownPage::Focused();
+        QTest::keyClicks(ShownPage::Focused(), text);
+    }
+    static void Keys(std::initializer_list<Qt::Key> keys) {
+        for (const Qt::Key key : keys) QTest::keyClick(ShownPage::Focused(), key);
     }
 
     testing::TempFolder temp_;
@@ -69,44 +68,45 @@ public:
     QLineEdit* artist_ = nullptr;
 };
 
-TEST_F(SearchListPageTest, StartsWithTheFilesEntriesOrderedByArtist) {
-    Open("\"Zoo\"\t\"mina\"\n\"Ant\"\t\"Zed\"\n\"\"\t\"Abel\"\n\"Bee\"\t\"MINA\"\n\"Cat\"\t\"\"\n");
-    EXPECT_EQ(Rows(), (Strings{"Cat|", "|Abel", "Bee|MINA", "Zoo|mina", "Ant|Zed"}));
+TEST_F(SearchListPageTest, StartsWithTheFilesEntriesOrderedByArtistLetterForLetter) {
+    Open(
+        "\"Zoo\"\t\"mina\"\n\"R&B && <b>soul</b> %1\"\t\"Zed\"\n\"\"\t\"R\xF6yk\xE4 \x93Q\x94\"\n"
+        "\"say \\\"when\\\" \\\\ now\"\t\"MINA\"\n\"Cat\"\t\"\"\n");
+    EXPECT_EQ(Songs(),
+              "Cat/|say \"when\" \\ now/MINA|Zoo/mina|/R\xF6yk\xE4 \x93Q\x94|"
+              "R&B && <b>soul</b> %1/Zed");
     ASSERT_TRUE(page_.Loaded());
     EXPECT_EQ(page_.Loaded()->path, temp_.Path("SearchList.txt"));
-    EXPECT_EQ(list_->Model().Title(0) + list_->Model().Title(1),
-              QStringLiteral("Song TitleArtist"));
+    EXPECT_EQ(list_->Model().Title(0) + list_->Model().Title(1), "Song TitleArtist");
     EXPECT_EQ(list_->Model().Alignment(0), Qt::AlignRight);
-    EXPECT_EQ(list_->Model().Alignment(1), Qt::AlignLeft);
     EXPECT_EQ(list_->columnWidth(0), (list_->viewport()->width() + 1) / 2);
     EXPECT_EQ(list_->SelectedRow(), -1);
     EXPECT_EQ(recorder_.Said(), Strings());
-}
-
-TEST_F(SearchListPageTest, ShowsTextsLetterForLetter) {
-    Open(
-        "\"R&B && <b>soul</b> %1\"\t\"R\xF6yk\xE4 \x93Q\x94 \x81\x90\"\n"
-        "\"say \\\"when\\\" \\\\ now\"\t\"b\tc\"\n");
-    EXPECT_EQ(Rows(), (Strings{"say \"when\" \\ now|b\tc",
-                               "R&B && <b>soul</b> %1|R\xF6yk\xE4 \x93Q\x94 \x81\x90"}));
+    EXPECT_EQ(shown_->NamesByTab("searchList"), (Strings{"Search list", "Remove", "Search Now",
+                                                         "Exit", "Song name", "Artist", "Add"}));
 }
 
 TEST_F(SearchListPageTest, EnterInABoxAddsAndStaysThere) {
     Open("\"Ant\"\t\"Zed\"\n");
-    for (const auto& [key, box, name] :
-         {std::tuple{Qt::Key_Return, artist_, "Mina"}, std::tuple{Qt::Key_Enter, song_, "Bea"}}) {
-        SCOPED_TRACE(name);
+    for (const auto& [key, box, name] : Rows<Qt::Key, QLineEdit*, const char*>{
+             {Qt::Key_Return, artist_, "Mina"}, {Qt::Key_Enter, song_, "Bea"}}) {
         Fill("  Song & \"dance\"", name);
-        box->setFocus();
-        QTest::keyClick(box, key);
-        EXPECT_EQ(Boxes(), (Strings{"", ""}));
+        ShownPage::Key(box, key);
+        EXPECT_EQ(Boxes(), "/");
         EXPECT_EQ(ShownPage::Focused(), box);
         EXPECT_EQ(list_->SelectedRow(), 0);
         EXPECT_EQ(list_->currentIndex().row(), 0);
     }
-    EXPECT_EQ(Rows(), (Strings{"  Song & \"dance\"|Bea", "  Song & \"dance\"|Mina", "Ant|Zed"}));
-    EXPECT_EQ(shown_->defaultPresses, 0);
+    const std::string rows = "  Song & \"dance\"/Bea|  Song & \"dance\"/Mina|Ant/Zed";
+    EXPECT_EQ(Songs(), rows);
     EXPECT_EQ(recorder_.Said(), Strings());
+    Fill("ant", "ZED");
+    ShownPage::Key(song_, Qt::Key_Return);
+    EXPECT_EQ(recorder_.Said(), Strings{AlreadyThere});
+    EXPECT_EQ(Boxes(), "ant/ZED") << "a refused text is kept";
+    EXPECT_EQ(ShownPage::Focused(), song_);
+    EXPECT_EQ(Songs(), rows);
+    EXPECT_EQ(shown_->defaultPresses, 0);
 }
 
 TEST_F(SearchListPageTest, EnterDoesNothingElsewhereAndWhenItRepeats) {
@@ -114,104 +114,75 @@ TEST_F(SearchListPageTest, EnterDoesNothingElsewhereAndWhenItRepeats) {
     list_->SelectRow(0);
     Fill("Song", "Artist");
     for (const char* name : {"searchList", "remove", "searchNow", "exit", "add"}) {
-        auto* control = shown_->Find<QWidget>(name);
-        control->setFocus();
-        QTest::keyClick(control, Qt::Key_Return);
-        QTest::keyClick(control, Qt::Key_Enter);
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+            ShownPage::Key(shown_->Find<QWidget>(name), key);
+        }
     }
     artist_->setFocus();
-    QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"),
-                       /*autorep=*/true);
+    QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Return, {}, "\r", /*autorep=*/true);
     QApplication::sendEvent(artist_, &repeated);
-    EXPECT_EQ(Rows(), Strings{"Ant|Zed"});
-    EXPECT_EQ(Boxes(), (Strings{"Song", "Artist"}));
+    EXPECT_EQ(Songs(), "Ant/Zed");
+    EXPECT_EQ(Boxes(), "Song/Artist");
     EXPECT_EQ(list_->EditCount(), 0);
     EXPECT_EQ(shown_->defaultPresses + shown_->exits, 0);
     EXPECT_EQ(recorder_.Said(), Strings());
 }
 
-TEST_F(SearchListPageTest, ARefusedAddKeepsTheTexts) {
-    Open("\"Help\"\t\"The Beatles\"\n");
-    Fill("help", "THE BEATLES");
-    song_->setFocus();
-    QTest::keyClick(song_, Qt::Key_Return);
-    EXPECT_EQ(recorder_.Said(), Strings{"Error: This item is already in the list"});
-    EXPECT_EQ(Boxes(), (Strings{"help", "THE BEATLES"}));
-    EXPECT_EQ(ShownPage::Focused(), song_);
-    EXPECT_EQ(Rows(), Strings{"Help|The Beatles"});
-}
-
 TEST_F(SearchListPageTest, APastedTextIsOneLineOfTheFile) {
     Open();
-    QGuiApplication::clipboard()->setText(QStringLiteral("two\nlines\tand a \u017Bubr"));
+    QGuiApplication::clipboard()->setText("two\nlines\tand a \u017Bubr");
     song_->paste();
     shown_->Press("add");
-    EXPECT_EQ(Rows(), Strings{"two lines and a Zubr|"});
+    EXPECT_EQ(Songs(), "two lines and a Zubr/");
 }
 
 TEST_F(SearchListPageTest, DeleteErasesInABoxAndRemovesOnTheList) {
-    Open("\"A\"\t\"1\"\n\"B\"\t\"2\"\n\"C\"\t\"3\"\n");
+    Open(ThreeEntries);
     ClickCell(1, 0);
     Fill("Song", "");
     song_->setFocus();
-    song_->setCursorPosition(1);
-    QTest::keyClick(song_, Qt::Key_Delete);
-    EXPECT_EQ(Boxes(), (Strings{"Sng", ""}));
-    EXPECT_EQ(Rows(), (Strings{"A|1", "B|2", "C|3"}));
-
-    list_->setFocus();
-    QTest::keyClick(list_, Qt::Key_Delete);
-    EXPECT_EQ(Rows(), (Strings{"A|1", "C|3"}));
+    Keys({Qt::Key_Home, Qt::Key_Delete});
+    EXPECT_EQ(Boxes(), "ong/");
+    EXPECT_EQ(Songs(), "A/1|B/2|C/3");
+    ShownPage::Key(list_, Qt::Key_Delete);
+    EXPECT_EQ(Songs(), "A/1|C/3");
     EXPECT_EQ(recorder_.Said(), Strings());
 
     // What is next is not selected, so that a key held down removes nothing more.
-    QTest::keyClick(list_, Qt::Key_Delete);
+    ShownPage::Key(list_, Qt::Key_Delete);
     shown_->Press("remove");
-    EXPECT_EQ(recorder_.Said(), (Strings{NothingSelected, NothingSelected}));
-    EXPECT_EQ(Rows(), (Strings{"A|1", "C|3"}));
+    EXPECT_EQ(recorder_.Said(), Strings(2, "Error: Select a song/artist from the list first"));
+    EXPECT_EQ(Songs(), "A/1|C/3");
 
     // The arrows go on from there.
-    list_->setFocus();
-    QTest::keyClick(list_, Qt::Key_Up);
+    ShownPage::Key(list_, Qt::Key_Up);
     EXPECT_EQ(list_->SelectedRow(), 0);
     shown_->Press("remove");
-    EXPECT_EQ(Rows(), Strings{"C|3"});
+    EXPECT_EQ(Songs(), "C/3");
 }
 
 TEST_F(SearchListPageTest, AnEditTakesAnyTextAndSortsAgain) {
-    Open("\"A\"\t\"1\"\n\"B\"\t\"2\"\n\"C\"\t\"3\"\n");
-    QWidget* artist = Edit(0, 1);
-    QTest::keyClicks(artist, QStringLiteral("25"));
-    QTest::keyClick(artist, Qt::Key_Left);
-    QTest::keyClick(artist, Qt::Key_Delete);  // a character, not the row
-    QTest::keyClick(artist, Qt::Key_Return);
-    EXPECT_EQ(Rows(), (Strings{"A|2", "B|2", "C|3"}));
-    QWidget* song = Edit(0, 0);
-    QTest::keyClicks(song, QStringLiteral("B"));
+    Open(ThreeEntries);
+    Edit(0, 1, "25");
+    Keys({Qt::Key_Left, Qt::Key_Delete, Qt::Key_Return});  // a character, not the row
+    EXPECT_EQ(Songs(), "A/2|B/2|C/3");
+    Edit(0, 0, "B");
     song_->setFocus();  // the focus goes elsewhere
-    EXPECT_EQ(Rows(), (Strings{"B|2", "B|2", "C|3"}));
-    Fill("B", "2");
-    shown_->Press("add");
-    EXPECT_EQ(recorder_.Said(), Strings{"Error: This item is already in the list"});
-
-    QWidget* cancelled = Edit(2, 1);
-    QTest::keyClicks(cancelled, QStringLiteral("0"));
-    QTest::keyClick(cancelled, Qt::Key_Escape);
-    QTest::keyClick(Edit(2, 1), Qt::Key_Delete);
-    QTest::keyClick(ShownPage::Focused(), Qt::Key_Return);
-    EXPECT_EQ(Rows(), (Strings{"C|", "B|2", "B|2"}));
+    EXPECT_EQ(Songs(), "B/2|B/2|C/3") << "twice the same, which no add would take";
+    Edit(2, 1, "0");
+    Keys({Qt::Key_Escape});
+    Edit(2, 1, "");
+    Keys({Qt::Key_Delete, Qt::Key_Return});
+    EXPECT_EQ(Songs(), "C/|B/2|B/2");
     EXPECT_EQ(list_->SelectedRow(), 0);
     EXPECT_EQ(shown_->exits + shown_->defaultPresses, 0);
-}
 
-TEST_F(SearchListPageTest, AnOpenEditorCanBeAskedForItsText) {
-    Open("\"A\"\t\"1\"\n");
+    page_.EndEditing();  // of nothing
+    Edit(0, 0, "New");
     page_.EndEditing();
-    QTest::keyClicks(Edit(0, 0), QStringLiteral("New"));
-    page_.EndEditing();
-    EXPECT_EQ(Rows(), Strings{"New|1"});
+    EXPECT_EQ(Songs(), "New/|B/2|B/2");
     EXPECT_EQ(list_->EditCount(), 0);
-    QTest::keyClicks(Edit(0, 1), QStringLiteral("and one that nobody asks"));
+    Edit(0, 1, "and one that nobody asks for");
 }
 
 TEST_F(SearchListPageTest, TellsWhatItsOwnerIsToDo) {
@@ -220,15 +191,10 @@ TEST_F(SearchListPageTest, TellsWhatItsOwnerIsToDo) {
     shown_->Press("searchNow");
     EXPECT_EQ(searches.size(), 1);
     shown_->Press("exit");
-    QTest::keyClick(song_, Qt::Key_Escape);
-    QTest::keyClick(list_, Qt::Key_Escape);
+    for (QWidget* widget : {static_cast<QWidget*>(song_), static_cast<QWidget*>(list_)}) {
+        QTest::keyClick(widget, Qt::Key_Escape);
+    }
     EXPECT_EQ(shown_->exits, 3);
-}
-
-TEST_F(SearchListPageTest, EveryStopOfTabHasAName) {
-    Open();
-    EXPECT_EQ(shown_->NamesByTab("searchList"), (Strings{"Search list", "Remove", "Search Now",
-                                                         "Exit", "Song name", "Artist", "Add"}));
 }
 
 }  // namespace

@@ -13,7 +13,6 @@
 #include "tests/support/environment.h"
 #include "tests/support/moments.h"
 #include "tests/support/recorder.h"
-#include "tests/uikit/widgets.h"
 #include "uikit/link_label.h"
 #include "uikit/new_list_ctrl.h"
 
@@ -32,16 +31,14 @@ class SongListPageTest : public ::testing::Test {
 public:
     SongListPageTest() {
         using playlists::MakeSong;
-        using testing::At;
-        state_.latestWeekend = At("2006-07-07 12:00:00");
+        state_.latestWeekend = testing::At("2006-07-07 12:00:00");
         state_.displayedWeekend = playlists::WeekendAt(state_.latestWeekend);
         state_.playlists[0] = {MakeSong(690, false, "Fish & Chips <b>", "R\xF6yk\xE4", "new"),
                                Matched(MakeSong(785, true, "9 Rooms\x90\t!", "Mina && Vale", {}))};
         state_.playlists[2] = {Matched(MakeSong(720, false, "Noon", "The Lanterns", {}))};
     }
 
-    void Open(SongView view) {
-        shown_.reset();
+    [[nodiscard]] SongPageWorld World() {
         SongPageWorld world;
         world.state = &state_;
         world.messages = &messages_;
@@ -49,9 +46,16 @@ public:
             return "http://site/" + testing::TimeOf(time);
         };
         world.links = &links_;
-        page_ = std::make_unique<SongListPage>(view, QStringLiteral("Songs"), world);
+        return world;
+    }
+
+    void Open(SongView view) {
+        shown_.reset();
+        page_ = std::make_unique<SongListPage>(view, "Songs", World());
         QObject::connect(page_.get(), &SongListPage::addRequested, page_.get(),
-                         [this](const matching::SearchEntry& entry) { added_.push_back(entry); });
+                         [this](const matching::SearchEntry& entry) {
+                             added_.push_back(entry.song + "/" + entry.artist);
+                         });
         QObject::connect(page_.get(), &SongListPage::weekendChosen, page_.get(),
                          [this] { ++weekendsChosen_; });
         shown_.emplace(*page_);
@@ -62,21 +66,16 @@ public:
         link_ = shown_->Find<uikit::LinkLabel>("playlistLink");
     }
 
-    [[nodiscard]] Strings Rows() const {
+    /// The texts of each row's cells.
+    [[nodiscard]] Strings Songs() const {
         Strings rows;
         for (int row = 0; row < list_->GetRowCount(); ++row) {
-            std::string& texts = rows.emplace_back();
-            for (int column = 0; column < 4; ++column) {
-                texts += (column > 0 ? "|" : "") + std::string(list_->CellText(row, column));
-            }
+            Strings cells;
+            for (int i = 0; i < 4; ++i) cells.emplace_back(list_->CellText(row, i));
+            rows.push_back(testing::Joined(cells));
         }
         return rows;
     }
-
-    void ClickRow(int row) const {
-        QTest::mouseClick(list_->viewport(), Qt::LeftButton, {}, list_->CellRect(row, 1).center());
-    }
-
     /// What a screen reader says of a row: the name of each cell, and its description if any.
     [[nodiscard]] Strings Spoken(int row) const {
         auto* table = QAccessible::queryAccessibleInterface(list_)->tableInterface();
@@ -84,20 +83,29 @@ public:
         for (int column = 0; column < 4; ++column) {
             QAccessibleInterface* cell = table->cellAt(row, column);
             const QString note = cell->text(QAccessible::Description);
-            cells.push_back(cell->text(QAccessible::Name).toStdString() +
-                            (note.isEmpty() ? "" : " (" + note.toStdString() + ")"));
+            cells.push_back((cell->text(QAccessible::Name) + (note.isEmpty() ? "" : "; ") + note)
+                                .toStdString());
         }
         return cells;
     }
-
     [[nodiscard]] std::string Date() const { return date_->currentText().toStdString(); }
+    [[nodiscard]] std::string Displayed() const {
+        return testing::DateOf(state_.displayedWeekend.anchor);
+    }
+    void Display(const char* moment) {
+        state_.displayedWeekend = playlists::WeekendAt(testing::At(moment));
+    }
+
+    void ClickRow(int row) const {
+        QTest::mouseClick(list_->viewport(), Qt::LeftButton, {}, list_->CellRect(row, 1).center());
+    }
 
     testing::TimeZone zone_{"Europe/Berlin"};
     testing::RecordedLinks links_;
     testing::MessageRecorder recorder_;
     feedback::Messages messages_{recorder_};
     playlists::WeekendState state_;
-    std::vector<matching::SearchEntry> added_;
+    Strings added_;
     int weekendsChosen_ = 0;
     std::unique_ptr<SongListPage> page_;
     std::optional<ShownPage> shown_;

@@ -1,7 +1,5 @@
 #include "uikit/dialog_builder.h"
 
-#include <gtest/gtest.h>
-
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -26,43 +24,33 @@ constexpr DialogTemplate Template = {"sample", "Sample", 40, 60, Controls};
 TEST(DialogBuilder, ControlsGrowWithTheFontAndStayEdgeToEdge) {
     for (const int points : {9, 10, 12}) {
         SCOPED_TRACE(points);
+        const testing::FontSize font(points);
         QWidget dialog;
-        QFont font = dialog.font();
-        font.setPointSize(points);
-        dialog.setFont(font);
         BuildDialog(dialog, Template);
-        const DialogUnits units(font);
-        EXPECT_EQ(units.PixelsDown(8), qRound(QFontMetricsF(font).height()));
+        const DialogUnits units(dialog.font());
+        EXPECT_EQ(units.PixelsDown(8), qRound(QFontMetricsF(dialog.font()).height()));
         EXPECT_EQ(dialog.width(), units.PixelsAcross(40));
         const QRect left = ControlById(dialog, 2)->geometry();
         const QRect right = ControlById(dialog, 3)->geometry();
-        EXPECT_EQ(left.x() + left.width(), right.x());
-        EXPECT_EQ(right.x() + right.width(), dialog.width());
+        EXPECT_EQ(left.right() + 1, right.left());
+        EXPECT_EQ(right.right() + 1, dialog.width());
     }
 }
 
-TEST(DialogBuilder, ControlsAreNamedAndTextsAreLiteral) {
+TEST(DialogBuilder, ControlsAreNamedTextsLiteralAndRadioButtonsGrouped) {
     QWidget dialog;
     BuildDialog(dialog, Template);
-    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Sample"));
-    const auto* label = ControlAs<QLabel>(dialog, 1);
-    EXPECT_EQ(label->text(), QStringLiteral("<b>&Text</b>"));
-    EXPECT_EQ(label->textFormat(), Qt::PlainText);
-    EXPECT_EQ(ControlById(dialog, 2)->accessibleName(), QStringLiteral("Left one"));
-    EXPECT_EQ(ControlById(dialog, 3)->accessibleName(), QStringLiteral("Right"));
-    EXPECT_EQ(ControlById(dialog, 3)->objectName(), QStringLiteral("right"));
+    EXPECT_EQ(dialog.windowTitle(), "Sample");
+    EXPECT_EQ(ControlAs<QLabel>(dialog, 1)->text(), "<b>&Text</b>");
+    EXPECT_EQ(ControlAs<QLabel>(dialog, 1)->textFormat(), Qt::PlainText);
+    EXPECT_EQ(ControlById(dialog, 2)->accessibleName(), "Left one");
+    EXPECT_EQ(ControlById(dialog, 3)->accessibleName(), "Right");
+    EXPECT_EQ(ControlById(dialog, 3)->objectName(), "right");
     EXPECT_EQ(ControlById(dialog, 2)->nextInFocusChain(), ControlById(dialog, 3));
     EXPECT_EQ(ControlAs<QLabel>(dialog, 2), nullptr);
-    EXPECT_EQ(ControlById(dialog, 99), nullptr);
-}
-
-TEST(DialogBuilder, RadioButtonsExcludeEachOtherWithinTheirGroup) {
-    QWidget dialog;
-    BuildDialog(dialog, Template);
-    for (const int id : {4, 6, 5}) ControlAs<QRadioButton>(dialog, id)->click();
-    EXPECT_FALSE(ControlAs<QRadioButton>(dialog, 4)->isChecked());
-    EXPECT_TRUE(ControlAs<QRadioButton>(dialog, 5)->isChecked());
-    EXPECT_TRUE(ControlAs<QRadioButton>(dialog, 6)->isChecked());
+    const auto button = [&dialog](int id) { return ControlAs<QRadioButton>(dialog, id); };
+    for (const int id : {4, 6, 5}) button(id)->click();
+    EXPECT_TRUE(!button(4)->isChecked() && button(5)->isChecked() && button(6)->isChecked());
 }
 
 }  // namespace

@@ -1,22 +1,20 @@
 #include <QLabel>
 #include <QScrollBar>
-#include <tuple>
 
 #include "tests/uikit/list_fixture.h"
 
 namespace ostrova::uikit {
 namespace {
 
-using Drops = std::vector<std::tuple<const NewListCtrl*, int, int>>;
-
 class DragList : public NewListCtrl {
 public:
     using NewListCtrl::NewListCtrl;
-    Drops drops;
+    Strings drops;
 
     [[nodiscard]] bool CanDrag(int row) const override { return row != 0; }
     void OnDrop(NewListCtrl& target, int sourceRow, int dropRow) override {
-        drops.emplace_back(&target, sourceRow, dropRow);
+        drops.push_back((&target == this ? "" : "other ") + std::to_string(sourceRow) + " to " +
+                        std::to_string(dropRow));
     }
 };
 
@@ -37,7 +35,12 @@ protected:
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
     }
 
-    void Press(int row) { QTest::mousePress(left_->viewport(), Qt::LeftButton, {}, At(row)); }
+    /// Takes hold of a row, and moves it to `to`.
+    void Begin(int row, QPoint to) {
+        QTest::mousePress(left_->viewport(), Qt::LeftButton, {}, At(row));
+        EXPECT_EQ(Image(), nullptr);
+        for (const QPoint place : {At(row) + QPoint(0, 30), to}) Move(place);
+    }
     void Move(QPoint to) {
         // Through the window's own grab, as from a hand.
         QMouseEvent event(QEvent::MouseMove, to, left_->viewport()->mapToGlobal(to), Qt::NoButton,
@@ -45,15 +48,12 @@ protected:
         QApplication::sendEvent(left_->viewport(), &event);
     }
     void Release(QPoint at) { QTest::mouseRelease(left_->viewport(), Qt::LeftButton, {}, at); }
-    void Drag(int row, QPoint to) {
-        Press(row);
-        Move(At(row) + QPoint(0, 30));
-        Move(to);
-        Release(to);
-    }
 
     [[nodiscard]] QPoint At(int row) const { return left_->CellRect(row, 0).center(); }
     [[nodiscard]] QLabel* Image() const { return window_.findChild<QLabel*>(); }
+    [[nodiscard]] static QColor Pixel(DragList* list, int y) {
+        return list->viewport()->grab().toImage().pixelColor(100, y);
+    }
 
     QWidget window_;
     DragList* left_;
@@ -61,60 +61,50 @@ protected:
 };
 
 TEST_F(ListDragTest, DropsARowWhereTheCursorLeadsIt) {
-    const QPoint onRight(310, 0);
-    Drag(1, At(3));
-    Drag(2, {10, 170});        // below all rows
-    Drag(2, {10, -5});         // above them
-    Drag(3, At(2) + onRight);  // beside the rows: as before, behind all rows
-    Drag(1, At(1));            // where it was
-    Drag(1, {10, 300});        // over no list
-    Drag(0, At(2));            // may not be dragged
-    EXPECT_EQ(left_->drops, (Drops{{left_, 1, 3}, {left_, 2, 4}, {left_, 2, 0}, {right_, 3, 4}}));
-    EXPECT_TRUE(right_->drops.empty());
+    for (const auto& [row, to] : Rows<int, QPoint>{
+             {1, At(3)},
+             {2, {10, 170}},               // below all rows
+             {2, {10, -5}},                // above them
+             {3, At(2) + QPoint(310, 0)},  // beside the rows: as before, behind all rows
+             {1, At(1)},                   // where it was
+             {1, {10, 300}},               // over no list
+             {0, At(2)},                   // may not be dragged
+         }) {
+        Begin(row, to);
+        Release(to);
+    }
+    EXPECT_EQ(left_->drops, (Strings{"1 to 3", "2 to 4", "2 to 0", "other 3 to 4"}));
+    EXPECT_EQ(right_->drops, Strings());
 }
 
 TEST_F(ListDragTest, ShowsTheRowAndTheMarkerUntilTheDrop) {
-    const QRect third = left_->CellRect(2, 0);
-    const auto markerPixel = [&] {
-        return left_->viewport()->grab().toImage().pixelColor(100, third.top());
-    };
-    const QColor plain = markerPixel();
+    const int marked = left_->CellRect(2, 0).top();
+    const QColor plain = Pixel(left_, marked);
     right_->DeleteAllRows();
-    const auto emptyPixel = [this] {
-        return right_->viewport()->grab().toImage().pixelColor(100, 0);
-    };
-    Press(1);
-    EXPECT_EQ(Image(), nullptr);
-    Move(At(1) + QPoint(0, 30));
-    Move(At(2));
+    Begin(1, At(2));
     ASSERT_NE(Image(), nullptr);
     EXPECT_EQ(Image()->pos(), left_->viewport()->mapTo(&window_, At(2)) + QPoint(15, 15));
-    EXPECT_NE(markerPixel(), plain);
-    EXPECT_EQ(emptyPixel(), plain);
+    EXPECT_NE(Pixel(left_, marked), plain);
+    EXPECT_EQ(Pixel(right_, 0), plain);
     Move(At(2) + QPoint(310, 0));
-    EXPECT_NE(emptyPixel(), plain) << "a list without rows";
+    EXPECT_NE(Pixel(right_, 0), plain) << "a list without rows";
     QTest::keyClick(left_, Qt::Key_Escape);
     EXPECT_EQ(Image(), nullptr);
-    EXPECT_EQ(markerPixel(), plain);
+    EXPECT_EQ(Pixel(left_, marked), plain);
     Release(At(2));
-    EXPECT_TRUE(left_->drops.empty());
+    EXPECT_EQ(left_->drops, Strings());
 }
 
 TEST_F(ListDragTest, ScrollsNearTheEdges) {
-    std::vector<RowTexts> more(100, {"y"});
-    left_->AppendRows(std::move(more));
+    left_->AppendRows(std::vector<RowTexts>(100, {"y"}));
     QCoreApplication::processEvents();
-    QScrollBar* bar = left_->verticalScrollBar();
-    const int bottom = left_->viewport()->height();
-    Press(1);
-    Move(At(1) + QPoint(0, 30));
-    Move({10, bottom - 1});
+    const QScrollBar* bar = left_->verticalScrollBar();
+    const QPoint edge(10, left_->viewport()->height() - 1);
+    Begin(1, edge);
     ASSERT_TRUE(QTest::qWaitFor([bar] { return bar->value() >= 1; }));
-    const int before = bar->value();
-    Release({10, bottom - 1});
-    ASSERT_EQ(left_->drops.size(), 1U);
-    EXPECT_EQ(left_->drops.front(), std::make_tuple(static_cast<const NewListCtrl*>(left_), 1,
-                                                    before - 1 + bar->pageStep()));
+    const int behindPage = bar->value() - 1 + bar->pageStep();
+    Release(edge);
+    EXPECT_EQ(left_->drops, Strings{"1 to " + std::to_string(behindPage)});
 }
 
 }  // namespace

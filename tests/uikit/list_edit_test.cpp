@@ -1,4 +1,3 @@
-#include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
 #include <QScrollBar>
@@ -10,13 +9,23 @@
 namespace ostrova::uikit {
 namespace {
 
-using Selections = std::vector<std::pair<int, bool>>;
-using Notices = std::vector<CellNotice>;
+/// Where the user always chooses the same file; the path is empty when he chooses none.
+class FileList : public NewListCtrl {
+public:
+    QString chosen;
+    std::string asked;
+
+protected:
+    QString BrowseForFile(bool isForSaving) override {
+        asked += isForSaving ? " save" : " open";
+        return chosen;
+    }
+};
 
 /// Columns: a label, text, text that is read-only, yes or no, and what a derived list makes of it.
 class ListEditTest : public ListTest {
 protected:
-    ListEditTest() {
+    ListEditTest() : ListTest(new FileList) {
         AddColumns(*list_, {80, 80, 80, 80, 80});
         list_->SetColumnKinds({3, 3, click_kind::ReadOnly, click_kind::YesNo, click_kind::Custom});
         list_->AppendRows({{"a0", "b0", "c0", "Yes", "d0"},
@@ -24,95 +33,78 @@ protected:
                            {"a2", "b2", "c2", "yes", "d2"}});
         Show();
     }
+    void Key(Qt::Key key) { QTest::keyClick(list_, key); }
+    void EndEdit(Qt::Key key = Qt::Key_Return) { QTest::keyClick(OpenEditor(), key); }
 };
 
 TEST_F(ListEditTest, FirstClickSelectsAndSecondEdits) {
-    Click(*list_, 1, 1);
+    Click(1, 1);
     EXPECT_EQ(list_->SelectedRow(), 1);
     EXPECT_EQ(OpenEditor(), nullptr);
-    Click(*list_, 1, 1);
+    Click(1, 1);
     ASSERT_NE(OpenEditor(), nullptr);
     EXPECT_TRUE(OpenEditor()->hasFocus());
-    EXPECT_EQ(OpenEditor()->selectedText(), QStringLiteral("b1"));
-    EXPECT_EQ(told_.selections, (Selections{{1, true}}));
+    EXPECT_EQ(OpenEditor()->selectedText(), "b1");
+    EXPECT_EQ(selections_, " +1");
     EXPECT_FALSE(list_->IsDrawnSelected(1));
 }
 
 TEST_F(ListEditTest, OpensNoEditorWhereNoneBelongs) {
-    struct Case {
-        const char* name;
-        int column;
-        Qt::KeyboardModifiers modifiers;
-    };
-    const Case cases[] = {{"label without label editing", 0, {}},
-                          {"read-only column", 2, {}},
-                          {"with Shift", 1, Qt::ShiftModifier},
-                          {"with Control", 1, Qt::ControlModifier}};
     list_->SelectRow(1);
-    for (const Case& c : cases) {
-        Click(*list_, 1, c.column, c.modifiers);
-        EXPECT_EQ(OpenEditor(), nullptr) << c.name;
-        EXPECT_EQ(list_->SelectedRow(), 1) << c.name;
-    }
-    list_->SetRowReadOnly(1, true);
-    Click(*list_, 1, 1);
-    EXPECT_EQ(OpenEditor(), nullptr) << "read-only row";
-    list_->SetRowReadOnly(1, false);
-    list_->SetEditQuestion([](const CellNotice& notice) {
-        return notice != CellNotice{1, 1, std::nullopt};
-    });
-    Click(*list_, 1, 1);
-    EXPECT_EQ(OpenEditor(), nullptr) << "the owner refuses";
-    list_->SetEditQuestion({});
     list_->SetMinColumnWidth(1);
+    const auto refuse = [](const CellNotice& notice) {
+        return notice != CellNotice{1, 1, std::nullopt};
+    };
+    const auto expectNone = [this](const char* why, int column = 1,
+                                   Qt::KeyboardModifiers modifiers = {}) {
+        Click(1, column, modifiers);
+        EXPECT_EQ(OpenEditor(), nullptr) << why;
+        EXPECT_EQ(list_->SelectedRow(), 1) << why;
+    };
+    expectNone("label without label editing", 0);
+    expectNone("read-only column", 2);
+    expectNone("with Shift", 1, Qt::ShiftModifier);
+    expectNone("with Control", 1, Qt::ControlModifier);
+    list_->SetRowReadOnly(1, true);
+    expectNone("read-only row");
+    list_->SetRowReadOnly(1, false);
+    list_->SetEditQuestion(refuse);
+    expectNone("the owner refuses");
+    list_->SetEditQuestion({});
     list_->setColumnWidth(1, 4);
-    Click(*list_, 1, 1);
-    EXPECT_EQ(OpenEditor(), nullptr) << "too narrow";
+    expectNone("too narrow");
     list_->setColumnWidth(1, 5);
     list_->SetEditingEnabled(false);
-    Click(*list_, 1, 1);
-    EXPECT_EQ(OpenEditor(), nullptr) << "switched off";
+    expectNone("switched off");
     list_->SetEditingEnabled(true);
-    Click(*list_, 1, 1);
+    Click(1, 1);
     EXPECT_NE(OpenEditor(), nullptr);
-    EXPECT_TRUE(told_.ends.empty());
+    EXPECT_EQ(ends_, Strings());
 }
 
 TEST_F(ListEditTest, EndsAnEditWithItsTextOrWithout) {
-    struct Case {
-        const char* name;
-        void (*end)(ListEditTest& test);
-        std::optional<std::string> text;
-        bool listHasFocus;
-    };
-    const Case cases[] = {
-        {"Enter", [](ListEditTest& t) { QTest::keyClick(t.OpenEditor(), Qt::Key_Return); },
-         "Zo\xEB", true},
-        {"Escape", [](ListEditTest& t) { QTest::keyClick(t.OpenEditor(), Qt::Key_Escape); },
-         std::nullopt, true},
-        {"a click elsewhere", [](ListEditTest& t) { QTest::mouseClick(t.box_, Qt::LeftButton); },
-         "Zo\xEB", false},
-        {"Tab", [](ListEditTest& t) { QTest::keyClick(t.OpenEditor(), Qt::Key_Tab); }, "Zo\xEB",
-         false},
-        {"another row", [](ListEditTest& t) { Click(*t.list_, 2, 1); }, "Zo\xEB", true},
-        {"scrolling",
-         [](ListEditTest& t) {
-             t.list_->verticalScrollBar()->triggerAction(QScrollBar::SliderSingleStepAdd);
-         },
-         "Zo\xEB", true},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        told_.ends.clear();
+    QScrollBar* bar = list_->verticalScrollBar();
+    for (const auto& [name, end, isKept, listHasFocus] :
+         Rows<const char*, std::function<void()>, bool, bool>{
+             {"Enter", [this] { EndEdit(); }, true, true},
+             {"Escape", [this] { EndEdit(Qt::Key_Escape); }, false, true},
+             {"Tab", [this] { EndEdit(Qt::Key_Tab); }, true, false},
+             {"a click", [this] { QTest::mouseClick(box_, Qt::LeftButton); }, true, false},
+             {"another row", [this] { Click(2, 1); }, true, true},
+             {"a header", [this] { ClickHeader(1); }, true, true},
+             {"scrolling", [bar] { bar->triggerAction(QScrollBar::SliderMove); }, true, true},
+         }) {
+        SCOPED_TRACE(name);
+        ends_.clear();
         EditCellText(*list_, 0, 1);
-        QTest::keyClicks(OpenEditor(), QStringLiteral("Zo"));
-        OpenEditor()->insert(QString(QChar(0xEB)));
-        c.end(*this);
+        QTest::keyClicks(OpenEditor(), "Zo");
+        OpenEditor()->insert(QChar(0xEB));
+        end();
         EXPECT_EQ(OpenEditor(), nullptr);
         EXPECT_EQ(list_->EditCount(), 0);
-        EXPECT_EQ(told_.ends, (Notices{{0, 1, c.text}}));
+        EXPECT_EQ(ends_, Strings{isKept ? "0,1 Zo\xEB" : "0,1 (cancelled)"});
         EXPECT_EQ(list_->CellText(0, 1), "b0") << "the owner stores the text";
-        EXPECT_EQ(list_->hasFocus(), c.listHasFocus);
+        EXPECT_EQ(list_->hasFocus(), listHasFocus);
     }
     EXPECT_EQ(defaultPresses_, 0);
     EXPECT_TRUE(dialog_.isVisible());
@@ -121,160 +113,125 @@ TEST_F(ListEditTest, EndsAnEditWithItsTextOrWithout) {
 TEST_F(ListEditTest, GivesUntouchedTextsBackAsTheyWereAndPastedOnesOnOneLine) {
     list_->SetCellText(0, 1, "tab\there \x90");
     EditCellText(*list_, 0, 1);
-    QTest::keyClick(OpenEditor(), Qt::Key_Return);
+    EndEdit();
     EditCellText(*list_, 0, 1);
-    QGuiApplication::clipboard()->setText(QStringLiteral("<b>x</b>\n&y\tz"));
+    QGuiApplication::clipboard()->setText("<b>x</b>\n&y\tz");
     OpenEditor()->paste();
-    QTest::keyClick(OpenEditor(), Qt::Key_Return);
-    EXPECT_EQ(told_.ends, (Notices{{0, 1, "tab\there \x90"}, {0, 1, "<b>x</b> &y z"}}));
+    EndEdit();
+    EXPECT_EQ(ends_, (Strings{"0,1 tab\there \x90", "0,1 <b>x</b> &y z"}));
 }
 
 TEST_F(ListEditTest, ReportsTheRowWhereverItHasGone) {
     EditCellText(*list_, 1, 1);
     list_->InsertRow(0, {"new"});
-    QTest::keyClick(OpenEditor(), Qt::Key_Return);
+    EndEdit();
     EditCellText(*list_, 1, 1);
     list_->DeleteRow(1);
-    QTest::keyClick(OpenEditor(), Qt::Key_Return);
-    EXPECT_EQ(told_.ends, (Notices{{2, 1, "b1"}, {-1, 1, std::nullopt}}));
-}
-
-TEST_F(ListEditTest, TakesItsOpenEditorAlongWhenItGoes) {
+    EndEdit();
+    EXPECT_EQ(ends_, (Strings{"2,1 b1", "-1,1 (cancelled)"}));
     EditCellText(*list_, 1, 1);
     delete list_;
-    EXPECT_TRUE(told_.ends.empty());
+    EXPECT_EQ(ends_.size(), 2U) << "the editor goes with its list";
 }
 
-TEST_F(ListEditTest, GrowsUpToTheEdgeOfTheList) {
+TEST_F(ListEditTest, GrowsUpToTheEdgeOfTheListAndFollowsItsCell) {
     const QRect cell = list_->CellRect(0, 3);
     EditCellText(*list_, 0, 3);
     EXPECT_EQ(OpenEditor()->geometry(), QRect(cell.left() + 4, cell.top(), 77, cell.height()));
-    const QString text(12, QLatin1Char('m'));
+    const QString text(12, 'm');
     QTest::keyClicks(OpenEditor(), text);
-    EXPECT_EQ(OpenEditor()->width(), list_->fontMetrics().horizontalAdvance(text) + 5);
+    EXPECT_EQ(OpenEditor()->width(), WidthOf(text) + 5);
     QTest::keyClicks(OpenEditor(), text);
     EXPECT_EQ(OpenEditor()->geometry().right(), list_->viewport()->rect().right());
-}
-
-TEST_F(ListEditTest, StaysOnItsCellWhenTheColumnsChange) {
+    EndEdit();
     list_->SetAutoFitColumns(true);
     EditCellText(*list_, 0, 3);
     list_->resize(300, 200);
-    const QRect cell = list_->CellRect(0, 3);
     EXPECT_EQ(OpenEditor()->geometry(), QRect(184, cell.top(), 57, cell.height()));
 }
 
 TEST_F(ListEditTest, TogglesYesAndNoAtTheFirstClick) {
-    for (const int row : {0, 1, 2}) Click(*list_, row, 3);
-    EXPECT_EQ(Column(*list_, 3), (Strings{"No", "Yes", "yes"}));
-    EXPECT_EQ(told_.ends, (Notices{{0, 3, "No"}, {1, 3, "Yes"}}));
+    for (const int row : {0, 1, 2}) Click(row, 3);
+    EXPECT_EQ(Column(3), "No|Yes|yes");
+    EXPECT_EQ(ends_, (Strings{"0,3 No", "1,3 Yes"}));
 }
 
 TEST_F(ListEditTest, OffersTheChoicesOfACustomCell) {
-    const auto choose = [this](Qt::Key key) {
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
         list_->SelectRow(1);
-        Click(*list_, 1, 4);
-        auto* choice = OpenEditor<QComboBox>();
-        ASSERT_NE(choice, nullptr);
-        ASSERT_TRUE(choice->view()->isVisible());
-        QWidget* dropped = choice->view();
-        QTest::keyClick(dropped, Qt::Key_Down);
-        QTest::keyClick(dropped, key);
+        Click(1, 4);
+        ASSERT_NE(OpenEditor<QComboBox>(), nullptr);
+        QWidget* dropped = OpenEditor<QComboBox>()->view();
+        ASSERT_TRUE(dropped->isVisible());
+        for (const Qt::Key each : {Qt::Key_Down, key}) QTest::keyClick(dropped, each);
         EXPECT_TRUE(QTest::qWaitFor([this] { return OpenEditor<QComboBox>() == nullptr; }));
         dialog_.activateWindow();
         EXPECT_TRUE(QTest::qWaitFor([this] { return list_->hasFocus(); }));
-    };
-    choose(Qt::Key_Return);
-    choose(Qt::Key_Escape);
-    EXPECT_EQ(told_.ends, (Notices{{1, 4, "Choice 2"}, {1, 4, std::nullopt}}));
+    }
+    EXPECT_EQ(ends_, (Strings{"1,4 Choice 2", "1,4 (cancelled)"}));
     list_->SetMinColumnWidth(1);
     list_->setColumnWidth(4, 9);
     EXPECT_EQ(EditCellChoice(*list_, 1, 4, {"x"}, 0), nullptr);
 }
 
-class FileList : public NewListCtrl {
-public:
-    using NewListCtrl::NewListCtrl;
-    QString chosen;
-    std::vector<bool> asked;
-
-protected:
-    QString BrowseForFile(bool isForSaving) override {
-        asked.push_back(isForSaving);
-        return chosen;
-    }
-};
-
-TEST(FileCell, TakesTheNameOfTheChosenFile) {
-    FileList list;
-    Told told;
-    told.ListenTo(list);
-    AddColumns(list, {50, 50, 50});
+TEST_F(ListEditTest, TakesTheNameOfTheChosenFile) {
+    auto& list = static_cast<FileList&>(*list_);
     list.SetColumnKinds({0, click_kind::SaveFile, click_kind::OpenFile});
-    list.AppendRows({{"", "old", "old"}});
-    list.show();
     list.SelectRow(0);
-    list.chosen = QStringLiteral("/home/f\u00EAte/new.txt");
-    Click(list, 0, 1);
+    list.chosen = "/home/f\u00EAte/new.txt";
+    Click(0, 1);
     list.chosen.clear();
-    Click(list, 0, 2);
-    EXPECT_EQ(Column(list, 1), Strings{"new.txt"});
-    EXPECT_EQ(Column(list, 2), Strings{"old"});
-    EXPECT_EQ(told.ends, (Notices{{0, 1, "new.txt"}}));
-    EXPECT_EQ(list.asked, (std::vector<bool>{true, false}));
+    Click(0, 2);
+    EXPECT_EQ(Column(1), "new.txt|b1|b2");
+    EXPECT_EQ(Column(2), "c0|c1|c2");
+    EXPECT_EQ(ends_, Strings{"0,1 new.txt"});
+    EXPECT_EQ(list.asked, " save open");
 }
 
 TEST_F(ListEditTest, EditsByKey) {
     list_->SetEditLabels(true);
-    QTest::keyClick(list_, Qt::Key_Down);
-    QTest::keyClick(list_, Qt::Key_F2);
-    ASSERT_NE(OpenEditor(), nullptr);
-    EXPECT_EQ(OpenEditor()->text(), QStringLiteral("a1"));
-    QTest::keyClick(OpenEditor(), Qt::Key_Escape);
-    QTest::keyClick(list_, Qt::Key_Right);
-    EXPECT_EQ(list_->ChosenColumn(), 1);
-    QTest::keyClick(list_, Qt::Key_F2);
-    ASSERT_NE(OpenEditor(), nullptr);
-    EXPECT_EQ(OpenEditor()->text(), QStringLiteral("b1"));
-    QTest::keyClick(OpenEditor(), Qt::Key_Escape);
+    Key(Qt::Key_Down);
+    for (const char* text : {"a1", "b1"}) {
+        Key(Qt::Key_F2);
+        ASSERT_NE(OpenEditor(), nullptr);
+        EXPECT_EQ(OpenEditor()->text(), text);
+        EndEdit(Qt::Key_Escape);
+        Key(Qt::Key_Right);
+    }
+    EXPECT_EQ(list_->ChosenColumn(), 2);
 }
 
 TEST_F(ListEditTest, TellsWhatKeysAndTheRightButtonSelect) {
     list_->SelectRow(0);
-    QTest::keyClick(list_, Qt::Key_Down);
-    QTest::keyClick(list_, Qt::Key_End);
-    QTest::keyClick(list_, Qt::Key_End);
-    QTest::keyClicks(list_, QStringLiteral("a1"));
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_End, Qt::Key_End}) Key(key);
+    QTest::keyClicks(list_, "a1");
     QTest::mouseClick(list_->viewport(), Qt::RightButton, {}, list_->CellRect(2, 1).center());
-    EXPECT_EQ(told_.selections,
-              (Selections{{1, true}, {2, true}, {0, true}, {1, true}, {2, true}}));
+    EXPECT_EQ(selections_, " +1 +2 +0 +1 +2");
 }
 
 TEST_F(ListEditTest, UnselectsWithASecondClickWhenAskedTo) {
     list_->SetTogglesSelection(true);
-    Click(*list_, 1, 2);
-    Click(*list_, 1, 2);
+    for (int times = 0; times < 2; ++times) Click(1, 2);
     EXPECT_EQ(list_->SelectedRow(), -1);
     EXPECT_FALSE(list_->currentIndex().isValid());
-    EXPECT_EQ(told_.selections, (Selections{{1, true}, {1, false}}));
+    EXPECT_EQ(selections_, " +1 -1");
     EXPECT_EQ(list_->Model().StateImage(1), 2);
 }
 
 TEST_F(ListEditTest, CopiesTheSelectedRowsAsTabSeparatedText) {
     list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     list_->SetCellText(1, 1, "tab\tand & <i>");
-    list_->SelectRow(1);
-    list_->SelectRow(0);
-    QTest::keyClick(list_, Qt::Key_C, Qt::ControlModifier);
+    for (const int row : {1, 0}) list_->SelectRow(row);
+    QTest::keySequence(list_, QKeySequence::Copy);
     EXPECT_EQ(QGuiApplication::clipboard()->text(),
-              QStringLiteral("a0\tb0\tc0\tYes\td0\na1\ttab and & <i>\tc1\tNo way\td1"));
+              "a0\tb0\tc0\tYes\td0\na1\ttab and & <i>\tc1\tNo way\td1");
 }
 
 TEST_F(ListEditTest, LeavesTheDialogItsOwnKeys) {
     list_->SelectRow(0);
-    QTest::keyClick(list_, Qt::Key_Return);
+    Key(Qt::Key_Return);
     EXPECT_EQ(defaultPresses_, 1);
-    QTest::keyClick(list_, Qt::Key_Escape);
+    Key(Qt::Key_Escape);
     EXPECT_FALSE(dialog_.isVisible());
 }
 

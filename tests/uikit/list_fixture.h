@@ -2,95 +2,33 @@
 
 // A shown dialog with a list, driven by mouse and keys.
 
-#include <gtest/gtest.h>
-
 #include <QDialog>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTest>
-#include <string>
-#include <string_view>
-#include <vector>
+#include <initializer_list>
 
+#include "tests/support/rows.h"
 #include "tests/uikit/widgets.h"
 #include "uikit/list_header.h"
 #include "uikit/new_list_ctrl.h"
 
-inline void PrintTo(const QColor& colour, std::ostream* out) {
-    *out << colour.name().toStdString();
-}
-
 namespace ostrova::uikit {
 
-inline void PrintTo(const CellNotice& notice, std::ostream* out) {
-    *out << notice.row << '/' << notice.column << ' ' << notice.text.value_or("(none)");
-}
+using testing::Rows;
+using testing::Strings;
 
-using Strings = std::vector<std::string>;
-
-inline void Click(NewListCtrl& list, int row, int column, Qt::KeyboardModifiers modifiers = {}) {
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, modifiers,
-                      list.CellRect(row, column).center());
-}
-
-inline void ClickHeader(NewListCtrl& list, int column) {
-    QHeaderView* header = list.header();
-    QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
-                      {header->sectionViewportPosition(column) + header->sectionSize(column) / 2,
-                       header->height() / 2});
-}
-
-/// Moves the line at the right of `column` by `pixels`, as a hand does.
-inline void DragDivider(NewListCtrl& list, int column, int pixels) {
-    QWidget* header = list.header()->viewport();
-    const QPoint from(list.header()->sectionViewportPosition(column) + list.columnWidth(column) - 1,
-                      list.header()->height() / 2);
-    QTest::mouseMove(header, from);
-    QTest::mousePress(header, Qt::LeftButton, {}, from);
-    QTest::mouseMove(header, from + QPoint(pixels, 0));
-    QTest::mouseRelease(header, Qt::LeftButton, {}, from + QPoint(pixels, 0));
-}
-
-inline Strings Column(const NewListCtrl& list, int column) {
-    Strings texts;
-    for (int row = 0; row < list.GetRowCount(); ++row) {
-        texts.emplace_back(list.CellText(row, column));
-    }
-    return texts;
-}
-
-inline std::vector<int> Widths(const NewListCtrl& list) {
-    std::vector<int> widths;
-    for (int column = 0; column < list.GetColumnCount(); ++column) {
-        widths.push_back(list.columnWidth(column));
-    }
-    return widths;
-}
-
-inline void AddColumns(NewListCtrl& list, const std::vector<int>& widths) {
-    for (std::size_t i = 0; i < widths.size(); ++i) {
-        list.InsertColumn(static_cast<int>(i), "Column " + std::to_string(i), Qt::AlignLeft,
-                          widths[i]);
+inline void AddColumns(NewListCtrl& list, std::initializer_list<int> widths) {
+    for (const int width : widths) {
+        const int column = list.GetColumnCount();
+        list.InsertColumn(column, "Column " + std::to_string(column), Qt::AlignLeft, width);
     }
 }
-
-/// What a list told its owner.
-struct Told {
-    std::vector<CellNotice> ends;
-    std::vector<std::pair<int, bool>> selections;
-
-    void ListenTo(NewListCtrl& list) {
-        QObject::connect(&list, &NewListCtrl::endLabelEdit, &list,
-                         [this](const CellNotice& notice) { ends.push_back(notice); });
-        list.SetSelectionCallback(
-            [this](int row, bool isSelected) { selections.emplace_back(row, isSelected); });
-    }
-};
 
 class ListTest : public ::testing::Test {
 public:
-    ListTest() : list_(new NewListCtrl(&dialog_)), box_(new QLineEdit(&dialog_)) {
-        button_ = new QPushButton(QStringLiteral("OK"), &dialog_);
+    explicit ListTest(NewListCtrl* list = new NewListCtrl)
+        : list_(list), box_(new QLineEdit(&dialog_)), button_(new QPushButton(&dialog_)) {
+        list_->setParent(&dialog_);
         button_->setDefault(true);
         QObject::connect(button_, &QPushButton::clicked, &dialog_, [this] { ++defaultPresses_; });
         dialog_.resize(420, 320);
@@ -99,7 +37,13 @@ public:
         list_->SetDrawMode(2);
         box_->setGeometry(0, 220, 100, 30);
         button_->setGeometry(0, 260, 100, 30);
-        told_.ListenTo(*list_);
+        QObject::connect(list_, &NewListCtrl::endLabelEdit, list_, [this](const CellNotice& end) {
+            ends_.push_back(std::to_string(end.row) + "," + std::to_string(end.column) + " " +
+                            end.text.value_or("(cancelled)"));
+        });
+        list_->SetSelectionCallback([this](int row, bool isSelected) {
+            selections_ += (isSelected ? " +" : " -") + std::to_string(row);
+        });
     }
 
     void Show() {
@@ -107,6 +51,48 @@ public:
         dialog_.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog_));
         list_->setFocus();
+    }
+
+    void Click(int row, int column, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::mouseClick(list_->viewport(), Qt::LeftButton, modifiers,
+                          list_->CellRect(row, column).center());
+    }
+    void ClickHeader(int column) {
+        QTest::mouseClick(Header(), Qt::LeftButton, {}, OnHeader(column, Width(column) / 2));
+    }
+    /// Moves the line at the right of `column` by `pixels`, as a hand does.
+    void DragDivider(int column, int pixels) {
+        DragHeader(OnHeader(column, Width(column) - 1), pixels);
+    }
+    void DragHeader(QPoint from, int pixels) {
+        QTest::mouseMove(Header(), from);
+        QTest::mousePress(Header(), Qt::LeftButton, {}, from);
+        QTest::mouseMove(Header(), from + QPoint(1, 0));
+        QTest::mouseMove(Header(), from + QPoint(pixels, 0));
+        QTest::mouseRelease(Header(), Qt::LeftButton, {}, from + QPoint(pixels, 0));
+    }
+
+    [[nodiscard]] QWidget* Header() const { return list_->header()->viewport(); }
+    [[nodiscard]] QPoint OnHeader(int column, int x) const {
+        return {list_->header()->sectionViewportPosition(column) + x, 5};
+    }
+    [[nodiscard]] int Width(int column) const { return list_->columnWidth(column); }
+    [[nodiscard]] std::string Widths() const {
+        Strings widths;
+        for (int i = 0; i < list_->GetColumnCount(); ++i)
+            widths.push_back(std::to_string(Width(i)));
+        return testing::Joined(widths);
+    }
+    /// The texts of a column, from the top.
+    [[nodiscard]] std::string Column(int column) const {
+        Strings texts;
+        for (int row = 0; row < list_->GetRowCount(); ++row) {
+            texts.emplace_back(list_->CellText(row, column));
+        }
+        return testing::Joined(texts);
+    }
+    [[nodiscard]] int WidthOf(const QString& text) const {
+        return list_->fontMetrics().horizontalAdvance(text);
     }
 
     /// The open editor of a cell, or null.
@@ -118,11 +104,14 @@ public:
         return nullptr;
     }
 
-    Told told_;  // outlives the dialog, which ends an open edit when it goes
+    // What the list told its owner. They outlive the dialog, which ends an open edit when it goes.
+    Strings ends_;
+    std::string selections_;
+
     QDialog dialog_;
     NewListCtrl* list_;
     QLineEdit* box_;
-    QPushButton* button_ = nullptr;
+    QPushButton* button_;
     int defaultPresses_ = 0;
 };
 

@@ -1,11 +1,9 @@
-#include <QHelpEvent>
-#include <QTextDocument>
-#include <QToolTip>
-
 #include "tests/uikit/list_fixture.h"
 
 namespace ostrova::uikit {
 namespace {
+
+using Colours = std::vector<QColor>;
 
 /// Three rows with wide gaps between texts, drawn in colours that are easy to tell apart.
 class ListLookTest : public ListTest {
@@ -25,19 +23,19 @@ protected:
     }
 
     /// The colour behind the texts: in the label, after it, in column 1, right of the columns.
-    [[nodiscard]] std::vector<QColor> Backs(int row) const {
+    [[nodiscard]] Colours Backs(int row) const {
         const QImage picture = list_->viewport()->grab().toImage();
-        const QRect cell = list_->CellRect(row, 0);
-        std::vector<QColor> colours;
+        Colours colours;
         for (const int x : {1, 60, 160, 300}) {
-            colours.push_back(picture.pixelColor(x, cell.top() + 1));
+            colours.push_back(picture.pixelColor(x, list_->CellRect(row, 0).top() + 1));
         }
         return colours;
     }
 
-    [[nodiscard]] bool HasInk(int row, int column, const QColor& ink) const {
+    /// Whether the ink is seen in the upper `height` pixels of a cell.
+    [[nodiscard]] bool HasInk(int row, int column, const QColor& ink, int height = 100) const {
         const QImage picture = list_->viewport()->grab(list_->CellRect(row, column)).toImage();
-        for (int y = 0; y < picture.height(); ++y) {
+        for (int y = 0; y < std::min(picture.height(), height); ++y) {
             for (int x = 0; x < picture.width(); ++x) {
                 if (picture.pixelColor(x, y) == ink) return true;
             }
@@ -47,7 +45,6 @@ protected:
 };
 
 TEST_F(ListLookTest, HighlightsAsFarAsTheModeSays) {
-    using Colours = std::vector<QColor>;
     const QColor white(Qt::white);
     const QColor blue(Qt::blue);
     list_->SelectRow(1);
@@ -64,72 +61,42 @@ TEST_F(ListLookTest, HighlightsAsFarAsTheModeSays) {
 }
 
 TEST_F(ListLookTest, ColoursRowsByTheirRecords) {
-    struct Case {
-        const char* name;
-        RowRecord record;
-        bool isSelected;
-        QColor back;
-        QColor ink;
-    };
+    constexpr Colour None = NoColour;
     constexpr Colour Red = Rgb(255, 0, 0);
     constexpr Colour Navy = Rgb(0, 0, 128);
     constexpr Colour Green = Rgb(0, 255, 0);
-    const Case cases[] = {
-        {"plain", {}, false, Qt::white, Qt::black},
-        {"plain, selected", {}, true, Qt::blue, Qt::yellow},
-        {"own colours", {TextRow, Green, NoColour, Red}, false, Qt::red, Qt::green},
-        {"own back, text chosen",
-         {TextRow, NoColour, NoColour, Navy},
-         false,
-         QColor(0, 0, 128),
-         Qt::white},
-        {"read-only on own back",
-         {ReadOnlyRow, NoColour, NoColour, Green},
-         false,
-         Qt::green,
-         Qt::black},
-        {"own back, selected", {TextRow, NoColour, NoColour, Red}, true, Qt::blue, Qt::yellow},
-        {"own selected colours",
-         {TextRow, NoColour, Green, NoColour, Red},
-         true,
-         Qt::red,
-         Qt::green},
-        {"own selected back",
-         {TextRow, NoColour, NoColour, NoColour, Navy},
-         true,
-         QColor(0, 0, 128),
-         Qt::white},
-        {"whole row, bright when selected",
-         {TextRow, Green, Green, Red, Rgb(127, 128, 128), 0, WholeRowBack},
-         true,
-         QColor(127, 128, 128),
-         Qt::black},
-        {"whole row, dark when selected",
-         {TextRow, Green, Green, Red, Rgb(126, 128, 128), 0, WholeRowBack},
-         true,
-         QColor(126, 128, 128),
-         Qt::white},
-    };
+    const Colour bright = Rgb(127, 128, 128);
+    const Colour dark = Rgb(126, 128, 128);
+    const RowRecord wholeBright = {TextRow, Green, Green, Red, bright, 0, WholeRowBack};
+    const RowRecord wholeDark = {TextRow, Green, Green, Red, dark, 0, WholeRowBack};
     list_->SetShowSelectionAlways(true);
-    for (const Case& c : cases) {
-        list_->SelectRow(c.isSelected ? 1 : 0);
-        list_->GetRowRecord(1) = c.record;
+    for (const auto& [name, record, isSelected, back, ink] :
+         Rows<const char*, RowRecord, bool, QColor, QColor>{
+             {"plain", {}, false, Qt::white, Qt::black},
+             {"plain, selected", {}, true, Qt::blue, Qt::yellow},
+             {"own colours", {TextRow, Green, None, Red}, false, Qt::red, Qt::green},
+             {"own back", {TextRow, None, None, Navy}, false, Qt::darkBlue, Qt::white},
+             {"read-only", {ReadOnlyRow, None, None, Green}, false, Qt::green, Qt::black},
+             {"own back, selected", {TextRow, None, None, Red}, true, Qt::blue, Qt::yellow},
+             {"for selected", {TextRow, None, Green, None, Red}, true, Qt::red, Qt::green},
+             {"its back", {TextRow, None, None, None, Navy}, true, Qt::darkBlue, Qt::white},
+             {"bright, whole row", wholeBright, true, ToQColor(bright), Qt::black},
+             {"dark, whole row", wholeDark, true, ToQColor(dark), Qt::white},
+         }) {
+        list_->SelectRow(isSelected ? 1 : 0);
+        list_->GetRowRecord(1) = record;
         list_->UpdateRow(1);
-        EXPECT_EQ(Backs(1)[2], c.back) << c.name;
-        EXPECT_TRUE(HasInk(1, 1, c.ink)) << c.name;
+        EXPECT_EQ(Backs(1)[2], back) << name;
+        EXPECT_TRUE(HasInk(1, 1, ink)) << name;
     }
 }
 
 TEST_F(ListLookTest, ShowsTheFocusOnlyWithTheFocus) {
     list_->SelectRow(2);
-    EXPECT_FALSE(HasInk(2, 1, Qt::yellow));
+    list_->SetShowSelectionAlways(true);
+    EXPECT_FALSE(HasInk(2, 0, Qt::yellow, 1));
     list_->setFocus();
-    const QImage picture = list_->viewport()->grab(list_->CellRect(2, 0)).toImage();
-    bool hasDots = false;
-    for (int x = 0; x < picture.width(); ++x) {
-        hasDots = hasDots || picture.pixelColor(x, 0) == QColor(Qt::yellow);
-    }
-    EXPECT_TRUE(hasDots);
+    EXPECT_TRUE(HasInk(2, 0, Qt::yellow, 1));
 }
 
 TEST_F(ListLookTest, ShowsRowsThatComeOneByOneWhereTheyAre) {
@@ -147,29 +114,20 @@ TEST_F(ListLookTest, ShowsRowsThatComeOneByOneWhereTheyAre) {
 
 TEST_F(ListLookTest, TipsOnlyWhereTheTextIsCut) {
     const auto tipOver = [this](int row, int column) {
-        QToolTip::hideText();
-        EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
-        const QPoint place = list_->CellRect(row, column).center();
-        QHelpEvent event(QEvent::ToolTip, place, list_->viewport()->mapToGlobal(place));
-        QApplication::sendEvent(list_->viewport(), &event);
-        QTextDocument shown;
-        shown.setHtml(QToolTip::text());
-        return shown.toPlainText().remove(QChar(0x200B));
+        return testing::TipOver(*list_->viewport(), list_->CellRect(row, column).center());
     };
-    const QString cut = QStringLiteral("<b>Fish</b> & chips &amp; more");
-    const int needed = list_->fontMetrics().horizontalAdvance(cut);
-    for (const int column : {0, 1}) {
+    const QString cut = "<b>Fish</b> & chips &amp; more";
+    for (const auto& [column, spare] : Rows<int, int>{{0, 11}, {1, 12}}) {
         list_->SetCellText(1, column, cut.toStdString());
-        const int spare = column == 0 ? 11 : 12;
-        list_->setColumnWidth(column, needed + spare);
-        EXPECT_EQ(tipOver(1, column), QString()) << column;
-        list_->setColumnWidth(column, needed + spare - 1);
+        list_->setColumnWidth(column, WidthOf(cut) + spare);
+        EXPECT_EQ(tipOver(1, column), "") << column;
+        list_->setColumnWidth(column, WidthOf(cut) + spare - 1);
         EXPECT_EQ(tipOver(1, column), cut) << column;
     }
     list_->SetCellText(2, 1, std::string(100, 'x'));
-    EXPECT_EQ(tipOver(2, 1), QString(79, QLatin1Char('x')));
+    EXPECT_EQ(tipOver(2, 1), QString(79, 'x'));
     list_->SetDrawMode(0);
-    EXPECT_EQ(tipOver(0, 1), QString());
+    EXPECT_EQ(tipOver(0, 1), "");
 }
 
 }  // namespace

@@ -3,190 +3,154 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <initializer_list>
+#include <iomanip>
 #include <iterator>
 #include <random>
+#include <sstream>
+
+#include "tests/support/rows.h"
 
 namespace ostrova::uikit {
-
-void PrintTo(const MarkupRun& run, std::ostream* out) {
-    *out << '"' << run.text << "\" effects " << run.effects << " colour " << std::hex << run.colour
-         << std::dec << " height " << run.height;
-}
-
-void PrintTo(const LinkRange& link, std::ostream* out) {
-    *out << link.start << ".." << link.end << " " << link.url;
-}
-
 namespace {
 
-constexpr Colour Black = 0;
-constexpr Colour Red = 0x0000FF;
-constexpr int Default = 200;  // 10 points
+using testing::Rows;
 
-MarkupRun Words(std::string text, std::uint32_t effects = 0, Colour colour = Black,
-                int height = Default) {
-    return {std::move(text), effects, colour, height};
+constexpr int TenPoints = 200;
+
+RenderedMarkup Render(std::string_view markup) {
+    return RenderMarkup(markup, 0, TenPoints);
 }
 
-struct Case {
-    std::string_view markup;
-    std::vector<MarkupRun> runs;
-    std::vector<LinkRange> links;
-};
-
-void ExpectRendered(std::initializer_list<Case> cases) {
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.markup);
-        const RenderedMarkup rendered = RenderMarkup(c.markup, Black, Default);
-        EXPECT_EQ(rendered.runs, c.runs);
-        EXPECT_EQ(rendered.links, c.links);
+/// The text, before each run its look in braces: bold, italic, underlined, a colour that is not
+/// black (BBGGRR), a height other than ten points. Behind it the links.
+std::string Rendered(std::string_view markup) {
+    const RenderedMarkup rendered = Render(markup);
+    std::ostringstream line;
+    for (const MarkupRun& run : rendered.runs) {
+        line << '{';
+        if ((run.effects & EffectBold) != 0) line << 'b';
+        if ((run.effects & EffectItalic) != 0) line << 'i';
+        if ((run.effects & EffectUnderline) != 0) line << 'u';
+        if (run.colour != 0)
+            line << '#' << std::setfill('0') << std::setw(6) << std::hex << run.colour;
+        if (run.height != TenPoints) line << '=' << std::dec << run.height;
+        line << '}' << run.text;
     }
+    for (const LinkRange& link : rendered.links) {
+        line << std::dec << " [" << link.start << ".." << link.end << ' ' << link.url << ']';
+    }
+    return line.str();
 }
 
-TEST(Markup, SetsBoldAndItalicInAnyLetterCase) {
-    ExpectRendered({
-        {"a<B>b<i>c</b>d</I>",
-         {Words("a"), Words("b", EffectBold), Words("c", EffectBold | EffectItalic),
-          Words("d", EffectItalic)}},
-        {"<b >x", {Words("x")}},  // an unknown tag
-        {"<u>x</u></a>", {Words("x")}},
-        {"1 < 2 & 3", {Words("1 < 2 & 3")}},
-        {"", {}},
-    });
-}
+TEST(Markup, BecomesRunsOfTextAndLinks) {
+    for (const auto& [markup, expected] : Rows<std::string_view, const char*>{
+             {"a<B>b<i>c</b>d</I>", "{}a{b}b{bi}c{i}d"},
+             {"<b >x", "{}x"},  // an unknown tag
+             {"<u>x</u></a>", "{}x"},
+             {"1 < 2 & 3", "{}1 < 2 & 3"},
+             {"", ""},
 
-TEST(Markup, FontTagsChangeColourAndHeightAndNest) {
-    ExpectRendered({
-        {"<font color=red><b>NOTE:</b></font> x", {Words("NOTE:", EffectBold, Red), Words(" x")}},
-        {"<font size=+2>a<font size=-1 color=#0A0b0C>b</font>c</font>d",
-         {Words("a", 0, Black, 280), Words("b", 0, 0x0C0B0A, 240), Words("c", 0, Black, 280),
-          Words("d")}},
-        {"<font size=12>a<font size=8>b", {Words("a", 0, Black, 40), Words("b", 0, Black, 0)}},
-        {"<font size=-6>a", {Words("a", 0, Black, -40)}},
-        {"<font COLOR=Reddish face=Arial size=+1>a", {Words("a", 0, Red, 240)}},
-        {"<font color=orange>a<font color=pink>b", {Words("ab", 0, 0x007FFF)}},
-        {"<font color=#zz1>ab", {Words("ab", 0, 0xAB0F53)}},  // reads on into ">ab"
-        {"<font color=#12345", {}},
-        {"x</font>y", {Words("xy")}},
-    });
-}
+             {"<font color=red><b>NOTE:</b></font> x", "{b#0000ff}NOTE:{} x"},
+             {"<font size=+2>a<font size=-1 color=#0A0b0C>b</font>c</font>d",
+              "{=280}a{#0c0b0a=240}b{=280}c{}d"},
+             {"<font size=12>a<font size=8>b", "{=40}a{=0}b"},
+             {"<font size=-6>a", "{=-40}a"},
+             {"<font size=+2147483647>a", "{=2147483647}a"},
+             {"<font COLOR=Reddish face=Arial size=+1>a", "{#0000ff=240}a"},
+             {"<font color=orange>a<font color=pink>b", "{#007fff}ab"},
+             {"<font color=#zz1>ab", "{#ab0f53}ab"},  // reads on into ">ab"
+             {"<font color=#12345", ""},
+             {"x</font>y", "{}xy"},
 
-TEST(Markup, ElevenFontsDeepTheLastIsNotRestored) {
-    std::string markup;
-    for (int i = 0; i < 11; ++i) markup += "<font size=+1>";
-    EXPECT_EQ(RenderMarkup(markup + "a</font>b</font>c", Black, Default).runs,
-              (std::vector<MarkupRun>{Words("ab", 0, Black, Default + 11 * 40),
-                                      Words("c", 0, Black, Default + 9 * 40)}));
-}
+             {"<ol><li>a\n<li>b</ol>", "{}    1. a\n    2. b"},
+             {"<ul><li>x<ul><li>y</ul></ul>", "{}    * x\n        - y"},
+             {"<ul><li>x\nmore\n\n</ul>z", "{}    * x\n       more\n       \nz"},
+             {"Text<ul><li>same line</ul>", "{}Text    * same line"},
+             {"<li>a", "{}- a"},
+             {"</ul></ol>a", "{}a"},
+             {"<ul>\n</ul>", "{}       \n"},
 
-TEST(Markup, ListsAreMarkedByDepthAndNumbered) {
-    ExpectRendered({
-        {"<ol><li>a\n<li>b</ol>", {Words("    1. a\n    2. b")}},
-        {"<ul><li>x<ul><li>y</ul></ul>", {Words("    * x\n        - y")}},
-        {"<ul><li>x\nmore\n\n</ul>z", {Words("    * x\n       more\n       \nz")}},
-        {"Text<ul><li>same line</ul>", {Words("Text    * same line")}},
-        {"<li>a", {Words("- a")}},
-        {"</ul></ol>a", {Words("a")}},
-        {"<ul>\n</ul>", {Words("       \n")}},
-    });
-}
+             // Entities are compared over the length of their name.
+             {"&lt;&GT;&amp;&copy;&ccedil;!", "{}<>&\xA9\x63!"},
+             {"&;&g;&l;&c;&a;", "{}>><c&"},
+             {"&rarr;&gtx;", "{}  "},
+             {"a & b, c; d", "{}a   d"},
+             {"a;&b", "{}a;&b"},
 
-TEST(Markup, EntitiesAreComparedOverTheLengthOfTheirName) {
-    ExpectRendered({
-        {"&lt;&GT;&amp;&copy;&ccedil;",
-         {Words("<>&\xA9"
-                "c")}},
-        {"&;&g;&l;&c;&a;", {Words(">><c&")}},
-        {"&rarr;&gtx;", {Words("  ")}},
-        {"a & b, c; d", {Words("a   d")}},
-        {"a;&b", {Words("a;&b")}},
-    });
-}
-
-TEST(Markup, LinksAreBlueAndUnderlinedAndKnowTheirRange) {
-    ExpectRendered({
-        {"See <a href=\"http://x/\">this</a>.",
-         {Words("See "), Words("this", EffectUnderline, Blue), Words(".")},
-         {{4, 8, "http://x/"}}},
-        {"<font color=red><b><a class=y HREF=\"m\">a\nb&gt;</a></b></font>",
-         {Words("a", EffectBold | EffectUnderline, 0xFF00FF), Words("\n", EffectBold, Red),
-          Words("b>", EffectBold | EffectUnderline, 0xFF00FF)},
-         {{0, 4, "m"}}},
-        {"<a href=\"x\">never closed",
-         {Words("never closed", EffectUnderline, Blue)},
-         {{0, -1, "x"}}},
-        {"<a href=\"x\">a<a href=\"y\">b</a>c",
-         {Words("ab", EffectUnderline, Blue), Words("c")},
-         {{0, -1, "x"}, {1, 2, "y"}}},
-        {"before<a name=x>after", {Words("before")}},
-        {"before<a href=\"x>after", {Words("before")}},
-    });
+             {"See <a href=\"http://x/\">this</a>.", "{}See {u#ff0000}this{}. [4..8 http://x/]"},
+             {"<font color=red><b><a class=y HREF=\"m\">a\nb&gt;</a></b></font>",
+              "{bu#ff00ff}a{b#0000ff}\n{bu#ff00ff}b> [0..4 m]"},
+             {"<a href=\"x\">never closed", "{u#ff0000}never closed [0..-1 x]"},
+             {"<a href=\"x\">a<a href=\"y\">b</a>c", "{u#ff0000}ab{}c [0..-1 x] [1..2 y]"},
+             {"before<a name=x>after", "{}before"},
+             {"before<a href=\"x>after", "{}before"},
+         }) {
+        EXPECT_EQ(Rendered(markup), expected) << markup;
+    }
+    std::string eleven;
+    for (int i = 0; i < 11; ++i) eleven += "<font size=+1>";
+    EXPECT_EQ(Rendered(eleven + "a</font>b</font>c"), "{=640}ab{=560}c") << "the last is lost";
 }
 
 TEST(Markup, TakesLinearTimeAndLittleRoomForHostileText) {
     std::string open;
     for (int i = 0; i < 100'000; ++i) open += "<ul>";
-    const auto deep = RenderMarkup(open + "<li>", Black, Default);
-    ASSERT_EQ(deep.runs.size(), 1u);
-    EXPECT_LT(deep.runs[0].text.size(), 1000u);
+    EXPECT_LT(Rendered(open + "<li>").size(), 1000u);
     const std::string signs(300'000, '<');
-    EXPECT_EQ(RenderMarkup(signs, Black, Default).runs, std::vector{Words(signs)});
-    const auto huge = RenderMarkup("<font size=+2147483647>a", Black, Default);
-    EXPECT_EQ(huge.runs, std::vector{Words("a", 0, Black, 2147483647)});
+    EXPECT_EQ(Rendered(signs), "{}" + signs);
 }
 
 TEST(Markup, RangesStayInsideTheTextWhateverTheMarkup) {
-    const std::string_view pieces[] = {"<a href=\"u\">",
-                                       "<a ",
-                                       "</a>",
-                                       "href=\"",
-                                       "<ol>",
-                                       "<ul>",
-                                       "</ul>",
-                                       "<li>",
-                                       "<font ",
-                                       "color=#1",
-                                       "size=-9",
-                                       "</font>",
-                                       "<b>",
-                                       ">",
-                                       "<",
-                                       "&",
-                                       ";",
-                                       "\n",
-                                       "\"",
-                                       "x ",
-                                       "\xFF"};
+    constexpr std::string_view Pieces[] = {"<a href=\"u\">",
+                                           "<a ",
+                                           "</a>",
+                                           "href=\"",
+                                           "<ol>",
+                                           "<ul>",
+                                           "</ul>",
+                                           "<li>",
+                                           "<font ",
+                                           "color=#1",
+                                           "size=-9",
+                                           "</font>",
+                                           "<b>",
+                                           ">",
+                                           "<",
+                                           "&",
+                                           ";",
+                                           "\n",
+                                           "\"",
+                                           "x ",
+                                           "\xFF"};
     std::mt19937 random(1);
     for (int round = 0; round < 20'000; ++round) {
         std::string markup;
         for (auto count = random() % 12; count > 0; --count) {
-            markup += pieces[random() % std::size(pieces)];
+            markup += Pieces[random() % std::size(Pieces)];
         }
         SCOPED_TRACE(markup);
-        const RenderedMarkup rendered = RenderMarkup(markup, Black, Default);
-        std::size_t length = 0;
-        for (const MarkupRun& run : rendered.runs) length += run.text.size();
+        const RenderedMarkup rendered = Render(markup);
+        int length = 0;
+        for (const MarkupRun& run : rendered.runs) length += static_cast<int>(run.text.size());
         for (const LinkRange& link : rendered.links) {
             ASSERT_TRUE(link.end == -1 || link.start <= link.end);
-            ASSERT_LE(static_cast<std::size_t>(std::max(link.start, link.end)), length);
+            ASSERT_LE(std::max(link.start, link.end), length);
         }
         ASSERT_LE(MarkupToPlainText(markup).size(), markup.size());
     }
 }
 
 TEST(Markup, PlainTextHasItsOwnEntities) {
-    struct PlainCase {
-        std::string_view markup;
-        std::string_view plain;
-    };
-    const PlainCase cases[] = {
-        {"<b>a</b>&amp;<i>b", "a&b"},        {"<LI>x\n<li>y", "  * x\n  * y"},
-        {"a&rarr;b&;c&copy;d", "a->b->c d"}, {"&g;&ccedil;", ">c"},
-        {"1 < 2 & 3", "1 < 2 & 3"},          {"", ""},
-    };
-    for (const PlainCase& c : cases) EXPECT_EQ(MarkupToPlainText(c.markup), c.plain) << c.markup;
+    for (const auto& [markup, plain] : Rows<std::string_view, std::string_view>{
+             {"<b>a</b>&amp;<i>b", "a&b"},
+             {"<LI>x\n<li>y", "  * x\n  * y"},
+             {"a&rarr;b&;c&copy;d", "a->b->c d"},
+             {"&g;&ccedil;", ">c"},
+             {"1 < 2 & 3", "1 < 2 & 3"},
+             {"", ""},
+         }) {
+        EXPECT_EQ(MarkupToPlainText(markup), plain) << markup;
+    }
 }
 
 }  // namespace

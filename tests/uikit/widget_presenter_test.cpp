@@ -1,14 +1,12 @@
 #include "uikit/widget_presenter.h"
 
-#include <gtest/gtest.h>
-
 #include <QFileDialog>
 #include <QMessageBox>
-#include <QTest>
 #include <QTextEdit>
 #include <atomic>
 #include <thread>
 
+#include "tests/support/rows.h"
 #include "tests/support/temp_folder.h"
 #include "tests/uikit/widgets.h"
 #include "uikit/plain_text.h"
@@ -19,167 +17,155 @@ namespace ostrova::uikit {
 namespace {
 
 using namespace feedback;
+using testing::Rows;
 using testing::WhenShown;
 
-QString TextOf(const QDialog& box) {
-    return dynamic_cast<const QMessageBox&>(box).text();
+class WidgetPresenterTest : public ::testing::Test {
+protected:
+    /// What the user answers who does `act` to the question.
+    bool Answer(std::function<void(QDialog&)> act) {
+        WhenShown(std::move(act));
+        return presenter->AskYesNo("Well?");
+    }
+
+    /// Runs `work` on another thread and the event loop here until it is done.
+    static void OnWorker(const std::function<void()>& work) {
+        std::atomic<bool> isDone = false;
+        std::thread worker([&] {
+            work();
+            isDone = true;
+        });
+        EXPECT_TRUE(QTest::qWaitFor([&isDone] { return isDone.load(); }));
+        worker.join();
+    }
+
+    std::unique_ptr<WidgetPresenter> presenter = std::make_unique<WidgetPresenter>();
+};
+
+QMessageBox& Message(QDialog& box) {
+    return dynamic_cast<QMessageBox&>(box);
 }
 
-void Press(QDialog& box, QMessageBox::StandardButton button) {
-    QTest::mouseClick(dynamic_cast<QMessageBox&>(box).button(button), Qt::LeftButton);
+std::function<void(QDialog&)> Press(QMessageBox::StandardButton button) {
+    return
+        [button](QDialog& box) { QTest::mouseClick(Message(box).button(button), Qt::LeftButton); };
 }
 
-TEST(WidgetPresenter, EveryStandardBoxHasItsCaptionIconAndCut) {
-    struct Case {
-        const char* caption;
-        QMessageBox::Icon icon;
-        std::size_t longest;  // characters before the ellipsis
-        std::function<void(Messages&, const std::string&)> show;
-    };
-    const Case cases[] = {
-        {"Error", QMessageBox::Critical, 508,
-         [](Messages& m, const std::string& text) { m.ShowError("%s", text); }},
-        {"Warning", QMessageBox::Warning, 508,
-         [](Messages& m, const std::string& text) { m.ShowWarning("%s", text); }},
-        {"Information", QMessageBox::Information, 796,
-         [](Messages& m, const std::string& text) { m.ShowInformation("%s", text); }},
-        {"Internal Error", QMessageBox::Critical, 508,
-         [](Messages& m, const std::string& text) { m.ShowInternalError("%s", text); }},
-        {"Question", QMessageBox::Question, 508,
-         [](Messages& m, const std::string& text) { (void)m.AskYesNo("%s", text); }},
-    };
-    WidgetPresenter presenter;
-    Messages messages(presenter);
+TEST_F(WidgetPresenterTest, EveryStandardBoxHasItsCaptionIconAndCut) {
+    Messages messages(*presenter);
     std::string foreign = "<b>&amp;</b> & \x90 ";
     while (foreign.size() < 900) foreign += "words ";
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.caption);
-        WhenShown([&c, &foreign](QDialog& box) {
-            EXPECT_EQ(box.windowTitle(), QString::fromLatin1(c.caption));
-            EXPECT_EQ(TextOf(box), ToQString(foreign.substr(0, c.longest) + "..."));
-            EXPECT_EQ(dynamic_cast<QMessageBox&>(box).textFormat(), Qt::PlainText);
-            EXPECT_EQ(dynamic_cast<QMessageBox&>(box).icon(), c.icon);
+    for (const auto& [caption, icon, longest, show] :
+         Rows<const char*, QMessageBox::Icon, std::size_t, std::function<void()>>{
+             {"Error", QMessageBox::Critical, 508, [&] { messages.ShowError("%s", foreign); }},
+             {"Warning", QMessageBox::Warning, 508, [&] { messages.ShowWarning("%s", foreign); }},
+             {"Information", QMessageBox::Information, 796,
+              [&] { messages.ShowInformation("%s", foreign); }},
+             {"Internal Error", QMessageBox::Critical, 508,
+              [&] { messages.ShowInternalError("%s", foreign); }},
+             {"Question", QMessageBox::Question, 508,
+              [&] { EXPECT_FALSE(messages.AskYesNo("%s", foreign)); }},
+         }) {
+        SCOPED_TRACE(caption);
+        const QString text = ToQString(foreign.substr(0, longest) + "...");
+        WhenShown([&text, caption = caption, icon = icon](QDialog& box) {
+            EXPECT_EQ(box.windowTitle(), caption);
+            EXPECT_EQ(Message(box).text(), text);
+            EXPECT_EQ(Message(box).textFormat(), Qt::PlainText);
+            EXPECT_EQ(Message(box).icon(), icon);
             QTest::keyClick(&box, Qt::Key_Escape);
         });
-        c.show(messages, foreign);
+        show();
     }
 }
 
-TEST(WidgetPresenter, YesIsTheDefaultAndEscapeIsNo) {
-    WidgetPresenter presenter;
-    WhenShown([](QDialog& box) { QTest::keyClick(box.focusWidget(), Qt::Key_Return); });
-    EXPECT_TRUE(presenter.AskYesNo("Well?"));
-    WhenShown([](QDialog& box) { QTest::keyClick(&box, Qt::Key_Escape); });
-    EXPECT_FALSE(presenter.AskYesNo("Well?"));
-    WhenShown([](QDialog& box) { Press(box, QMessageBox::No); });
-    EXPECT_FALSE(presenter.AskYesNo("Well?"));
+TEST_F(WidgetPresenterTest, YesIsTheDefault) {
+    EXPECT_TRUE(Answer([](QDialog& box) { QTest::keyClick(box.focusWidget(), Qt::Key_Return); }));
+    EXPECT_FALSE(Answer(Press(QMessageBox::No)));
 }
 
-TEST(WidgetPresenter, WhatOneQuestionIsToldIsForgottenByTheNext) {
-    WidgetPresenter presenter;
+TEST_F(WidgetPresenterTest, WhatOneQuestionIsToldIsForgottenByTheNext) {
     int asked = 0;
-    presenter.SetNextQuestionExtraWidth(100);
-    presenter.SetNextQuestionValidator(
-        [&asked](int, const ValidatorContext& context) {
-            asked += static_cast<int>(context.userValue);
-            return true;
-        },
-        3);
+    const auto count = [&asked](int, const ValidatorContext& context) {
+        asked += static_cast<int>(context.userValue);
+        return true;
+    };
+    presenter->SetNextQuestionExtraWidth(100);
+    presenter->SetNextQuestionValidator(count, 3);
     std::vector<int> widths;
     for (int i = 0; i < 2; ++i) {
         WhenShown([&widths](QDialog& box) {
             widths.push_back(box.width());
             QTest::keyClick(box.focusWidget(), Qt::Key_Return);
         });
-        EXPECT_EQ(presenter.AskQuestion({0, "", "Well?", {"+!Yes", "No"}}), 0);
+        EXPECT_EQ(presenter->AskQuestion({0, "", "Well?", {"+!Yes", "No"}}), 0);
     }
     EXPECT_EQ(asked, 3);
     EXPECT_EQ(widths[0], widths[1] + 100);
-    EXPECT_TRUE(presenter.OpenBoxes().empty());
+    EXPECT_TRUE(presenter->OpenBoxes().empty());
 }
 
-TEST(WidgetPresenter, BrowsesFromTheFolderGiven) {
+TEST_F(WidgetPresenterTest, BrowsesFromTheFolderGiven) {
     const testing::TempFolder folder;
     (void)folder.Write("inner/file", "");
-    WidgetPresenter presenter;
     WhenShown([&folder](QDialog& box) {
         auto& browser = dynamic_cast<QFileDialog&>(box);
-        EXPECT_EQ(browser.windowTitle(), QStringLiteral("Where?"));
-        EXPECT_EQ(browser.directory().absolutePath(), QString::fromStdString(folder.Path()));
+        EXPECT_EQ(browser.windowTitle(), "Where?");
+        EXPECT_EQ(browser.directory().absolutePath().toStdString(), folder.Path());
         browser.selectFile(QString::fromStdString(folder.Path("inner")));
         static_cast<QDialog&>(browser).accept();
     });
-    EXPECT_EQ(presenter.BrowseForFolder("Where?", folder.Path()), folder.Path("inner"));
+    EXPECT_EQ(presenter->BrowseForFolder("Where?", folder.Path()), folder.Path("inner"));
     for (const std::string& nowhere : {std::string(" "), folder.Path("gone")}) {
         WhenShown([](QDialog& box) {
             EXPECT_EQ(dynamic_cast<QFileDialog&>(box).directory(), QDir::current());
             box.reject();
         });
-        EXPECT_EQ(presenter.BrowseForFolder("Where?", nowhere), std::nullopt);
+        EXPECT_EQ(presenter->BrowseForFolder("Where?", nowhere), std::nullopt);
     }
 }
 
-TEST(WidgetPresenter, PathsAreShownAsTheUserKnowsThem) {
-    WidgetPresenter presenter;
-    const QString text = QStringLiteral(u"Couldn't save\n/caf\u00E9 \u6771\u4EAC");
-    const std::string utf8 = text.toStdString();
-    WhenShown([&text](QDialog& box) {
-        EXPECT_EQ(TextOf(box), text);
+TEST_F(WidgetPresenterTest, PathsAreShownAsTheUserKnowsThem) {
+    const std::string utf8 = "Couldn't save\n/caf\u00E9 \u6771\u4EAC";
+    WhenShown([&](QDialog& box) {
+        EXPECT_EQ(Message(box).text().toStdString(), utf8);
         box.reject();
     });
-    presenter.ShowBox(MessageKind::Error, utf8);
-    WhenShown([&text](QDialog& box) {
-        EXPECT_EQ(box.findChild<QTextEdit*>()->toPlainText(), text);
+    presenter->ShowBox(MessageKind::Error, utf8);
+    WhenShown([&](QDialog& box) {
+        EXPECT_EQ(box.findChild<QTextEdit*>()->toPlainText().toStdString(), utf8);
         box.reject();
     });
-    EXPECT_EQ(presenter.AskQuestion({0, "", utf8, {"OK"}}), -1);
+    EXPECT_EQ(presenter->AskQuestion({0, "", utf8, {"OK"}}), -1);
 }
 
-/// Runs `work` on another thread and the event loop here until it is done.
-void OnWorker(const std::function<void()>& work) {
-    std::atomic<bool> isDone = false;
-    std::thread worker([&] {
-        work();
-        isDone = true;
-    });
-    EXPECT_TRUE(QTest::qWaitFor([&isDone] { return isDone.load(); }));
-    worker.join();
-}
-
-TEST(WidgetPresenter, AWorkersBoxIsShownOnTheMainThreadWhileTheWorkerWaits) {
-    WidgetPresenter presenter;
+TEST_F(WidgetPresenterTest, AWorkersBoxIsShownOnTheMainThreadWhileTheWorkerWaits) {
     const auto mainThread = std::this_thread::get_id();
+    bool answer = false;
     WhenShown([mainThread](QDialog& box) {
         EXPECT_EQ(std::this_thread::get_id(), mainThread);
-        EXPECT_EQ(TextOf(box), QStringLiteral("Failed & <b>"));
-        Press(box, QMessageBox::Ok);
+        Press(QMessageBox::Yes)(box);
     });
-    OnWorker([&] { presenter.ShowBox(MessageKind::Error, "Failed & <b>"); });
-    bool answer = false;
-    WhenShown([](QDialog& box) { Press(box, QMessageBox::Yes); });
-    OnWorker([&] { answer = presenter.AskYesNo("Well?"); });
+    OnWorker([&] { answer = presenter->AskYesNo("Well?"); });
     EXPECT_TRUE(answer);
 }
 
-TEST(WidgetPresenter, AMainThreadThatWaitsForWorkersServesThem) {
-    WidgetPresenter presenter;
+TEST_F(WidgetPresenterTest, AMainThreadThatWaitsForWorkersServesThem) {
     std::atomic<bool> isDone = false;
-    WhenShown([](QDialog& box) { Press(box, QMessageBox::Ok); });
+    WhenShown(Press(QMessageBox::Ok));
     std::thread worker([&] {
-        presenter.ShowBox(MessageKind::Error, "Failed");
+        presenter->ShowBox(MessageKind::Error, "Failed");
         isDone = true;
     });
-    while (!isDone) presenter.ServeWorkers(std::chrono::milliseconds(10));
+    while (!isDone) presenter->ServeWorkers(std::chrono::milliseconds(10));
     worker.join();
 }
 
-TEST(WidgetPresenter, ClosingLetsEveryWaitingWorkerGo) {
-    auto presenter = std::make_unique<WidgetPresenter>();
-    std::vector<std::thread> workers;
-    workers.reserve(4);
+TEST_F(WidgetPresenterTest, ClosingLetsEveryWaitingWorkerGo) {
+    std::vector<std::thread> workers(4);
     std::atomic<int> answered = 0;
-    for (int i = 0; i < 4; ++i) {
-        workers.emplace_back([&] {
+    for (std::thread& worker : workers) {
+        worker = std::thread([&] {
             EXPECT_FALSE(presenter->AskYesNo("Well?"));
             EXPECT_EQ(presenter->AskQuestion({0, "", "Well?", {"+OK"}}), -1);
             ++answered;
@@ -194,31 +180,22 @@ TEST(WidgetPresenter, ClosingLetsEveryWaitingWorkerGo) {
     QApplication::processEvents();  // what the workers had posted finds nobody
 }
 
-TEST(WidgetPresenter, ClosingEndsABoxThatAWorkerHasOnTheScreen) {
-    auto presenter = std::make_unique<WidgetPresenter>();
-    std::atomic<bool> answer = true;
-    std::atomic<bool> isDone = false;
-    std::thread worker([&] {
-        answer = presenter->AskYesNo("Well?");
-        isDone = true;
-    });
-    WhenShown([&presenter](QDialog&) { presenter->Close(); });
-    EXPECT_TRUE(QTest::qWaitFor([&isDone] { return isDone.load(); }));
-    worker.join();
+TEST_F(WidgetPresenterTest, ClosingEndsABoxThatAWorkerHasOnTheScreen) {
+    bool answer = true;
+    WhenShown([this](QDialog&) { presenter->Close(); });
+    OnWorker([&] { answer = presenter->AskYesNo("Well?"); });
     EXPECT_FALSE(answer);
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
-TEST(WidgetPresenter, AnOwnerThatGoesTakesItsBoxAlong) {
-    WidgetPresenter presenter;
+TEST_F(WidgetPresenterTest, AnOwnerThatGoesTakesItsBoxAlong) {
     auto* main = new QWidget;
-    presenter.SetMainWindow(main);
-    WhenShown([main](QDialog& box) {
+    presenter->SetMainWindow(main);
+    EXPECT_FALSE(Answer([main](QDialog& box) {
         EXPECT_EQ(box.parentWidget(), main);
         delete main;
-    });
-    EXPECT_FALSE(presenter.AskYesNo("Well?"));
-    EXPECT_TRUE(presenter.OpenBoxes().empty());
+    }));
+    EXPECT_TRUE(presenter->OpenBoxes().empty());
 }
 
 TEST(StandardIcon, IsFineEnoughForAnyScreen) {
@@ -229,10 +206,9 @@ TEST(StandardIcon, IsFineEnoughForAnyScreen) {
 }
 
 TEST(PlainText, WordsBreakOnlyWhereTheyMust) {
-    const QString text =
-        QStringLiteral("A short text, http://host/with/many/short/parts/of/a/path");
+    const QString text = "A short text, http://host/with/many/short/parts/of/a/path";
     EXPECT_EQ(BreakableText(text), text);
-    const QString word(100, QLatin1Char('x'));
+    const QString word(100, 'x');
     EXPECT_GT(BreakableText(word).size(), word.size());
     EXPECT_EQ(BreakableText(word).remove(QChar(0x200B)), word);
 }

@@ -1,21 +1,22 @@
 #include "window/main_dialog.h"
 
-#include <gtest/gtest.h>
-
 #include <QComboBox>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QTabBar>
-#include <QTest>
 #include <QThread>
-#include <QTimer>
 #include <algorithm>
 #include <thread>
 
 #include "resources/main_template.h"
+#include "resources/options_template.h"
+#include "resources/search_list_template.h"
+#include "resources/song_list_template.h"
 #include "tests/support/canned_site.h"
+#include "tests/uikit/widgets.h"
 #include "tests/window/window_user.h"
 #include "uikit/dialog_builder.h"
 #include "uikit/new_list_ctrl.h"
@@ -23,20 +24,15 @@
 namespace ostrova::window {
 namespace {
 
-using testing::At;
+using namespace resources;
+using testing::CannedSite;
 using testing::DateOf;
 using testing::FileBytes;
-using testing::TimeOf;
+using testing::Strings;
 using testing::WindowUser;
-using Lines = std::vector<std::string>;
 
 constexpr const char* List = "\"A Song\"\t\"\"\r\n";
-
-constexpr int SongName = 1026;
-constexpr int ShowDate = 1039;
-constexpr int SearchNow = 1032;
-constexpr int CheckNow = 1061;
-constexpr int Exit = 2;
+constexpr const char* VersionFile = "/Ostrova/LatestVersion.txt";
 const std::string Offer = std::string("Question: ") + app::NewPlaylistsQuestion;
 
 enum Page { Search, Results, Friday, SaturdayMorning, SaturdayNight, Options };
@@ -48,16 +44,14 @@ protected:
     /// Puts a weekend on the site: a song in each show.
     void Publish(const std::string& friday, const std::string& saturday, const std::string& title) {
         const std::string page = "<td>11:05pm</td><td>" + title + " - An Artist\n";
-        for (const std::string& date : {friday, saturday}) {
-            site_.Put("/vantra/playlist/archive/" + date.substr(0, 4) + "/" + date + ".htm", page);
-        }
+        for (const std::string& date : {friday, saturday}) site_.PutArchived(date, page);
         site_.Put("/vantra/playlist/?year=" + friday.substr(0, 4), "<html>no links</html>");
     }
 
     MainDialog& Open() { return user_.Open(); }
-    void Close() {
-        user_.dialog->close();
-        WindowUser::Settle();
+    void OpenWithList() {
+        user_.WriteList(List);
+        Open();
     }
     void GoTo(int page) {
         Sheet().tabBar()->setCurrentIndex(page);
@@ -74,16 +68,11 @@ protected:
         emit user_.timer.due();
         WindowUser::Settle();
     }
-    /// Adds a song by keys.
-    void AddSong(const char* title) {
-        auto* const edit = On<QLineEdit>(Search, SongName);
-        edit->setFocus();
-        QTest::keyClicks(edit, QString::fromLatin1(title));
-        QTest::keyClick(edit, Qt::Key_Return);
-    }
-    void PickDate(QComboBox* dates, int index) {
-        dates->setCurrentIndex(index);
-        emit dates->activated(index);
+    /// Chooses from a box of the Friday's page.
+    void Pick(int id, int index) {
+        auto* const box = On<QComboBox>(Friday, id);
+        box->setCurrentIndex(index);
+        emit box->activated(index);
     }
 
     [[nodiscard]] TabSheet& Sheet() { return user_.dialog->Sheet(); }
@@ -97,30 +86,29 @@ protected:
     [[nodiscard]] uikit::NewListCtrl* ListOn(int page) {
         return Sheet().PageAt(page)->findChild<uikit::NewListCtrl*>();
     }
-    [[nodiscard]] Lines Titles(int page) {
-        Lines titles;
-        const uikit::NewListCtrl* list = ListOn(page);
-        for (int row = 0; list != nullptr && row < list->GetRowCount(); ++row) {
-            titles.emplace_back(list->CellText(row, 1));
+    [[nodiscard]] std::string Titles(int page) {
+        Strings titles;
+        for (int row = 0; row < ListOn(page)->GetRowCount(); ++row) {
+            titles.emplace_back(ListOn(page)->CellText(row, 1));
         }
-        return titles;
+        return testing::Joined(titles);
     }
     [[nodiscard]] std::string Displayed() {
         return DateOf(user_.application->State().displayedWeekend.anchor);
     }
-    [[nodiscard]] std::string Armed() { return TimeOf(*user_.timer.armed); }
+    [[nodiscard]] std::string Armed() { return testing::TimeOf(*user_.timer.armed); }
     [[nodiscard]] std::string ListFile() {
         return FileBytes(user_.home.Path("Ostrova/SearchList.txt"));
     }
-    [[nodiscard]] std::int32_t Saved(const char* name) {
-        return std::get<std::int32_t>(user_.store.values.at({"Settings", name}));
+    [[nodiscard]] std::int32_t WhenToOpen() {
+        return std::get<std::int32_t>(user_.store.values.at({"Settings", "WhenToOpen"}));
     }
-    [[nodiscard]] std::string Record() {
-        return std::get<std::string>(user_.store.values.at({"Control", "MainWndHwnd"}));
+    [[nodiscard]] bool HasRecord() {
+        return std::get<std::string>(user_.store.values.at({"Control", "MainWndHwnd"})) != "0";
     }
 
     testing::TimeZone zone_{"Europe/Berlin"};
-    testing::CannedSite site_;
+    CannedSite site_;
     WindowUser user_{[this] { return site_.Client(); }};
 };
 
@@ -128,64 +116,39 @@ TEST_F(MainDialogTest, OpensOnTheResultsOfAListAndElseOnTheSearchList) {
     Open();
     EXPECT_EQ(Sheet().currentIndex(), Search);
     EXPECT_FALSE(Sheet().PageAt(Results)->IsCreated());
-    user_.WriteList(List);
-    Open();
+    OpenWithList();
     EXPECT_EQ(Sheet().currentIndex(), Results);
-    EXPECT_EQ(Titles(Results), (Lines{"Friday night", "A Song", "Saturday morning", "A Song",
-                                      "Saturday night", "A Song"}));
+    EXPECT_EQ(Titles(Results), "Friday night|A Song|Saturday morning|A Song|Saturday night|A Song");
 }
 
 TEST_F(MainDialogTest, HoldsTheSheetAndIsNeverTooSmall) {
-    const MainDialog& dialog = Open();
-    EXPECT_EQ(dialog.minimumSize(), QSize(376, 273));
-    EXPECT_EQ(uikit::ControlById(dialog, resources::MainSheet), &Sheet());
-    user_.dialog->resize(900, 700);
-    EXPECT_GT(Sheet().width(), 870);
-    EXPECT_GT(Sheet().height(), 670);
-    Lines titles;
-    for (int i = 0; i < Sheet().count(); ++i) titles.push_back(Sheet().tabText(i).toStdString());
-    EXPECT_EQ(titles, (Lines{"Search List", "Results", "Friday", "Saturday AM", "Saturday PM",
-                             "Options/About"}));
+    MainDialog& dialog = Open();
+    dialog.resize(10, 10);
+    EXPECT_EQ(dialog.size(), QSize(376, 273));
+    dialog.resize(900, 700);
+    EXPECT_TRUE(Sheet().rect().contains(QRect(0, 0, 870, 670)));
 }
 
 TEST_F(MainDialogTest, EnterNeverEndsItButEscapeAndEveryExitDo) {
-    Open();
-    for (int page = Search; page <= Options; ++page) {
-        SCOPED_TRACE(page);
-        GoTo(page);
-        for (QWidget* control : Sheet().PageAt(page)->findChildren<QWidget*>()) {
-            if (control->focusPolicy() != Qt::NoFocus && control->isVisible()) {
-                QTest::keyClick(control, Qt::Key_Return);
-            }
-        }
-        QTest::keyClick(user_.dialog.get(), Qt::Key_Return);
-        WindowUser::Settle();
-        ASSERT_EQ(user_.closed, 0);
-    }
+    constexpr int Exit = 2;
     for (int page = Search; page <= Options; ++page) {
         SCOPED_TRACE(page);
         Open();
         GoTo(page);
+        for (QWidget* control : Sheet().PageAt(page)->findChildren<QWidget*>()) {
+            const bool takesKeys = control->focusPolicy() != Qt::NoFocus && control->isVisible();
+            if (takesKeys) QTest::keyClick(control, Qt::Key_Return);
+        }
+        QTest::keyClick(user_.dialog.get(), Qt::Key_Return);
+        WindowUser::Settle();
+        ASSERT_EQ(user_.closed, page);
         Press(page, Exit);
         EXPECT_EQ(user_.closed, page + 1);
     }
     Open();
-    QTest::keyClick(On<QLineEdit>(Search, SongName), Qt::Key_Escape);
+    QTest::keyClick(On<QLineEdit>(Search, SearchListSong), Qt::Key_Escape);
     WindowUser::Settle();
     EXPECT_EQ(user_.closed, Options + 2);
-}
-
-TEST_F(MainDialogTest, AFavouriteAddedByKeysIsFoundAndStillThereNextTime) {
-    Open();
-    AddSong("a song");
-    Press(Search, SearchNow);
-    EXPECT_EQ(Sheet().currentIndex(), Results);
-    EXPECT_EQ(Titles(Results).at(1), "A Song");
-    Close();
-    EXPECT_EQ(user_.closed, 1);
-    EXPECT_EQ(ListFile(), "\"a song\"\t\"\"\r\n");
-    Open();
-    EXPECT_EQ(Sheet().currentIndex(), Results);
 }
 
 TEST_F(MainDialogTest, AnEditThatIsLeftForAnotherPageIsSearchedFor) {
@@ -197,16 +160,14 @@ TEST_F(MainDialogTest, AnEditThatIsLeftForAnotherPageIsSearchedFor) {
     ListOn(Search)->setFocus();
     ListOn(Search)->SelectRow(0);
     QTest::keyClick(ListOn(Search), Qt::Key_F2);
-    QTest::keyClicks(ListOn(Search)->viewport()->findChild<QLineEdit*>(), QStringLiteral("A Song"));
-    Press(Search, SearchNow);
-    EXPECT_EQ(Titles(Results).at(1), "A Song");
+    QTest::keyClicks(ListOn(Search)->viewport()->findChild<QLineEdit*>(), "A Song");
+    Press(Search, SearchListSearchNow);
+    EXPECT_TRUE(Titles(Results).starts_with("Friday night|A Song|"));
 }
 
 TEST_F(MainDialogTest, SongPagesShareTheirColumnWidths) {
-    user_.WriteList(List);
-    Open();
-    for (int page = Results; page <= Options; ++page) GoTo(page);
-    GoTo(Friday);
+    OpenWithList();
+    for (const int page : {SaturdayMorning, SaturdayNight, Friday}) GoTo(page);
     ListOn(Friday)->header()->resizeSection(0, 33);
     GoTo(Search);
     for (const int page : {Results, SaturdayMorning, SaturdayNight}) {
@@ -215,9 +176,9 @@ TEST_F(MainDialogTest, SongPagesShareTheirColumnWidths) {
     EXPECT_NE(ListOn(Search)->header()->sectionSize(0), 33);
 }
 
+// Users know it so.
 TEST_F(MainDialogTest, TheAboutCommandShowsSaturdayNight) {
-    Open();
-    user_.dialog->showMinimized();
+    Open().showMinimized();
     QTimer::singleShot(0, user_.dialog.get(), [] {
         auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
         ASSERT_NE(menu, nullptr);
@@ -230,170 +191,145 @@ TEST_F(MainDialogTest, TheAboutCommandShowsSaturdayNight) {
 }
 
 TEST_F(MainDialogTest, ClosingSavesListSettingsAndPlace) {
-    user_.WriteList(List);
     user_.store.values[{"Settings", "WhenToOpen"}] = 2;
-    user_.store.values[{"Settings", "CheckForUpgrades"}] = 0;
-    Open();
-    EXPECT_NE(Record(), "0");
-    user_.dialog->setGeometry(40, 50, 500, 400);
-    Press(Results, Exit);
-    EXPECT_EQ(Saved("WhenToOpen"), 2);  // the page with the choice was never made
-    EXPECT_EQ(user_.application->GetSettings().windowRect, (app::WindowRect{40, 50, 540, 450}));
-    EXPECT_EQ(Record(), "0");
-    Open();
-    EXPECT_EQ(user_.dialog->geometry(), QRect(40, 50, 500, 400));
+    const QRect place(40, 50, 500, 400);
+    Open().setGeometry(place);
+    EXPECT_TRUE(HasRecord());
+    On<QLineEdit>(Search, SearchListSong)->setText("A Song");
+    Press(Search, SearchListAdd);
+    user_.dialog->close();
+    WindowUser::Settle();
+    EXPECT_EQ(user_.closed, 1);
+    EXPECT_EQ(ListFile(), List);
+    EXPECT_FALSE(HasRecord());
+    EXPECT_EQ(WhenToOpen(), 2);  // the page with the choice was never made
+    EXPECT_EQ(Open().geometry(), place);
     GoTo(Options);  // where no button shows the choice, so that none is what gets saved
-    Close();
-    EXPECT_EQ(Saved("WhenToOpen"), -1);
+    user_.dialog->EndQuietly();
+    EXPECT_EQ(WhenToOpen(), -1);
 }
 
 TEST_F(MainDialogTest, NewPlaylistsAreOfferedOnFriday) {
-    user_.WriteList(List);
-    Open();
+    OpenWithList();
     Publish("20261127", "20261128", "Another Song");
     EXPECT_EQ(Armed(), "2026-11-27 13:00:00");
-    user_.recorder.yesNoAnswers = {false};
+    user_.recorder.yesNoAnswers = {false, true};
     GoTo(Friday);
     RingTimer();
-    EXPECT_EQ(user_.recorder.Said(), Lines{Offer});
+    EXPECT_EQ(user_.recorder.Said(), Strings{Offer});
     EXPECT_EQ(Displayed(), "2026-11-20");
-    EXPECT_EQ(Titles(Friday), Lines{"A Song"});
+    EXPECT_EQ(Titles(Friday), "A Song");
     EXPECT_EQ(Armed(), "2026-11-29 12:00:00");
     // Refused, it can be picked all the same.
-    auto* const dates = On<QComboBox>(Friday, ShowDate);
-    EXPECT_EQ(dates->itemText(0), QStringLiteral("Friday night, 27 November"));
+    EXPECT_EQ(On<QComboBox>(Friday, SongShowDate)->itemText(0), "Friday night, 27 November");
+    GoTo(SaturdayNight);
+    EXPECT_EQ(On<QComboBox>(SaturdayNight, SongShowDate)->currentText(),
+              "Saturday night, 21 November");
 
     Publish("20261204", "20261205", "A Third Song");
+    const auto* news = On<QLabel>(Results, SongPlaylistLink);
+    EXPECT_EQ(news->text(), "This weekend's playlists are out now!");
     RingTimer();  // the weekend ends
+    EXPECT_EQ(news->text(), "New playlists not available yet");
     EXPECT_EQ(Armed(), "2026-12-04 13:00:00");
-    user_.recorder.yesNoAnswers = {true};
     user_.dialog->showMinimized();
     RingTimer();
     EXPECT_FALSE(user_.dialog->isMinimized());
     EXPECT_EQ(Displayed(), "2026-12-04");
-    EXPECT_EQ(Titles(Friday), Lines{"A Third Song"});
+    EXPECT_EQ(Titles(Friday), "A Third Song");
 }
 
-TEST_F(MainDialogTest, AFetchThatFailsIsSilentAndTriedAgain) {
-    user_.WriteList(List);
-    Open();
-    RingTimer();
-    EXPECT_EQ(user_.recorder.Said(), Lines{});
-    EXPECT_EQ(Armed(), "2026-11-27 13:15:00");
-    EXPECT_EQ(Titles(Results).at(1), "A Song");
-}
-
-TEST_F(MainDialogTest, APageFirstSeenDuringAFetchThatFailsIsFilledAfterIt) {
-    user_.WriteList(List);
-    Open();
+TEST_F(MainDialogTest, AFetchThatFailsIsSilentAndAPageFirstSeenMeanwhileIsFilledAfterIt) {
+    OpenWithList();
     site_.onRequest = [&](int) { GoTo(Friday); };
     RingTimer();
-    EXPECT_EQ(Titles(Friday), Lines{"A Song"});
+    EXPECT_EQ(user_.recorder.Said(), Strings());
+    EXPECT_EQ(Armed(), "2026-11-27 13:15:00");
+    EXPECT_EQ(Titles(Friday), "A Song");
 }
 
 TEST_F(MainDialogTest, AChangedClockMovesTheTimer) {
     Open();
-    user_.clock.SetWallClock(At("2026-11-24 09:00:00"));
+    user_.clock.SetWallClock(testing::At("2026-11-10 09:00:00"));
     emit user_.timer.clockChanged();
-    EXPECT_EQ(Armed(), "2026-11-27 13:00:00");
+    EXPECT_EQ(Armed(), "2026-11-13 13:00:00");
 }
 
-TEST_F(MainDialogTest, WhatComesDuringADownloadIsServedAfterIt) {
-    user_.WriteList(List);
+TEST_F(MainDialogTest, WhatComesDuringADownloadIsServedAfterItOnce) {
     Publish("20261113", "20261114", "Older");
-    Publish("20261106", "20261107", "Oldest");
+    Publish("20251226", "20251227", "Oldest");
     Publish("20261127", "20261128", "Newest");
-    Open();
+    site_.Put(VersionFile, "1.9\n");
+    OpenWithList();
     GoTo(Friday);
-    auto* const dates = On<QComboBox>(Friday, ShowDate);
     int depth = 0;
-    int acted = 0;
-    site_.Forget();
+    bool hasActed = false;
     site_.onRequest = [&](int) {
+        if (QThread::currentThread() != qApp->thread()) return;  // the upgrade check's
         ASSERT_EQ(depth++, 0) << "a run inside a run";
-        if (acted++ == 0) {
-            PickDate(dates, 2);
+        if (!std::exchange(hasActed, true)) {
+            Pick(SongShowDate, 2);
+            Pick(SongYear, 1);
             GoTo(Search);
-            AddSong("Oldest");
-            Press(Search, SearchNow);
-            user_.clock.SetWallClock(*user_.timer.armed);
-            emit user_.timer.due();
-            WindowUser::Settle();
+            On<QLineEdit>(Search, SearchListSong)->setFocus();
+            QTest::keyClicks(QApplication::focusWidget(), "Oldest\r");
+            Press(Search, SearchListSearchNow);
+            GoTo(Options);
+            for (int times = 0; times < 2; ++times) Press(Options, OptionsCheckNow);
+            RingTimer();
         }
         --depth;
     };
-    PickDate(dates, 1);
-    WindowUser::Settle();
-    EXPECT_EQ(Displayed(), "2026-11-06");
-    EXPECT_EQ(Sheet().currentIndex(), Results);
-    EXPECT_EQ(Titles(Results).at(1), "Oldest");
-    // The timer came last, and asked once.
-    EXPECT_EQ(user_.recorder.Said(), Lines{Offer});
+    Pick(SongShowDate, 1);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return user_.recorder.Said().size() >= 3; }));
+    EXPECT_EQ(user_.recorder.Said(),
+              (Strings{"Error: The program is already busy looking for updates.", Offer,
+                       "Information: You already have the latest version."}));
+    EXPECT_EQ(Displayed(), "2025-12-26");
+    EXPECT_EQ(Titles(Results), "Friday night|Oldest|Saturday morning|Oldest|Saturday night|Oldest");
     EXPECT_EQ(DateOf(user_.application->State().latestWeekend), "2026-11-27");
 }
 
 TEST_F(MainDialogTest, ClosingDuringADownloadEndsItFirst) {
-    user_.WriteList(List);
     Publish("20261113", "20261114", "Older");
-    Open();
+    OpenWithList();
     GoTo(Friday);
-    auto* const dates = On<QComboBox>(Friday, ShowDate);
-    site_.Forget();
     site_.onRequest = [&](int) {
         user_.dialog->close();
         WindowUser::Settle();
         EXPECT_EQ(user_.closed, 0);
     };
-    PickDate(dates, 1);
+    Pick(SongShowDate, 1);
     WindowUser::Settle();
     EXPECT_EQ(user_.closed, 1);
     EXPECT_FALSE(util::PathExists(user_.home.Path("Ostrova/Cache/20261113.htm")));
 }
 
 TEST_F(MainDialogTest, TheSessionsEndSavesAtOnceAndWithoutQuestions) {
-    user_.WriteList(List);
-    Open();
+    OpenWithList();
+    // Neither place takes the list: where the file stood is a folder now, and the program has none.
+    std::filesystem::remove(user_.home.Path("Ostrova/SearchList.txt"));
+    user_.home.Write("Ostrova/SearchList.txt/in the way", "");
+    user_.home.Write("config/other", "");
     user_.dialog->EndQuietly();
     EXPECT_EQ(user_.boxesClosed, 1);
-    EXPECT_EQ(ListFile(), List);
+    EXPECT_EQ(FileBytes(user_.home.Path("config/SearchList (not saved).txt")), List);
     WindowUser::Settle();
     EXPECT_EQ(user_.closed, 1);
 }
 
-TEST_F(MainDialogTest, AtTheSessionsEndAListThatFindsNoPlaceIsKeptAside) {
-    user_.WriteList(List);
-    user_.home.Write("config/other", "");
-    Open();
-    // Neither place takes it: where the file stood is a folder now, and the program has none.
-    std::filesystem::remove(user_.home.Path("Ostrova/SearchList.txt"));
-    user_.home.Write("Ostrova/SearchList.txt/in the way", "");
-    user_.dialog->EndQuietly();
-    EXPECT_EQ(FileBytes(user_.home.Path("config/SearchList (not saved).txt")), List);
-}
-
-TEST_F(MainDialogTest, ASecondUpgradeCheckIsRefusedAndTheFirstAnswersOnce) {
-    site_.Put("/Ostrova/LatestVersion.txt", "1.9\n");
-    Open();
-    GoTo(Options);
-    Press(Options, CheckNow);
-    for (int i = 0; i < 500 && user_.recorder.Said().empty(); ++i) QTest::qWait(10);
-    EXPECT_EQ(user_.recorder.Said(), Lines{"Information: You already have the latest version."});
-}
-
 TEST_F(MainDialogTest, ACheckThatWasOverBeforeTheWindowCameIsTriedAgain) {
     user_.store.values[{"Settings", "CheckForUpgrades"}] = 1;
-    const std::string address = "/Ostrova/LatestVersion.txt";
-    site_.Put(address, "<html>no version</html>");
+    site_.Put(VersionFile, "<html>no version</html>");
     site_.onRequest = [&](int) {
         if (QThread::currentThread() != qApp->thread()) return;
         while (!user_.application->Upgrades().HasFinished()) std::this_thread::yield();
     };
     Open();
-    const auto tries = [&] {
+    EXPECT_TRUE(QTest::qWaitFor([&] {
         const auto asked = site_.Asked();
-        return std::count(asked.begin(), asked.end(), address);
-    };
-    EXPECT_TRUE(QTest::qWaitFor([&] { return tries() == 3; }));
+        return std::count(asked.begin(), asked.end(), VersionFile) == 3;
+    }));
 }
 
 }  // namespace

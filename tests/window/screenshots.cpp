@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QIcon>
 #include <QPixmap>
 #include <QStyleFactory>
 #include <cstdio>
@@ -41,63 +42,47 @@ private:
     platform::Clock& clock_;
 };
 
-struct Size {
-    const char* name;
-    QSize size;
-    int scale;
-};
-
-const Size Sizes[] = {
-    {"376x273", {376, 273}, 1},
-    {"600x500", {600, 500}, 1},
-    {"1920x1080", {1920, 1080}, 1},
-    {"3840x2160", {1920, 1080}, 2},
-};
-
 bool TakePictures(window::MainDialog& dialog, const QDir& folder, const QString& look) {
-    bool isSaved = true;
-    for (const Size& size : Sizes) {
-        if (size.scale != qRound(dialog.devicePixelRatio())) continue;
-        dialog.resize(size.size);
+    const int scale = qRound(dialog.devicePixelRatio());
+    const QList<QSize> small = {{376, 273}, {600, 500}, {1920, 1080}};
+    const QList<QSize> large = {{3840, 2160}};
+    bool allSaved = true;
+    for (const QSize size : scale == 1 ? small : large) {
+        dialog.resize(size / scale);
         for (int page = 0; page < dialog.Sheet().count(); ++page) {
             dialog.Sheet().setCurrentIndex(page);
             testing::WindowUser::Settle();
-            QString tab = dialog.Sheet().tabText(page).toLower();
-            tab.replace(QLatin1Char(' '), QLatin1Char('-'))
-                .replace(QLatin1Char('/'), QLatin1Char('-'));
-            const QString name =
-                QStringLiteral("%1-%2-%3.png").arg(tab, QString::fromLatin1(size.name), look);
-            isSaved = dialog.grab().save(folder.filePath(name)) && isSaved;
+            const QString tab = dialog.Sheet().tabText(page).toLower();
+            const QString file = QString("%1-%2x%3-%4.png")
+                                     .arg(QString(tab).replace(' ', '-').replace('/', '-'))
+                                     .arg(size.width())
+                                     .arg(size.height())
+                                     .arg(look);
+            allSaved = dialog.grab().save(folder.filePath(file)) && allSaved;
         }
     }
-    return isSaved;
+    return allSaved;
 }
 
 }  // namespace
 }  // namespace ostrova
 
 int main(int count, char** arguments) {
+    using namespace ostrova;
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(count, arguments);
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/ostrova-256.png")));
+    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    QApplication::setWindowIcon(QIcon(":/icons/ostrova-256.png"));
     // Absolute, since the program makes its data folder the current one.
     const QDir folder(QDir(QString::fromLocal8Bit(count > 1 ? arguments[1] : "")).absolutePath());
-    if (count != 2 || !folder.mkpath(QStringLiteral("."))) {
+    if (count != 2 || !folder.mkpath(".")) {
         std::fputs("Usage: ostrova-screenshots DIR\n", stderr);
         return 2;
     }
-    using namespace ostrova;
-    const QPalette light = QApplication::palette();
     testing::WindowUser user([&user] { return std::make_unique<SiteClient>(user.clock); });
     user.WriteList(testing::FileBytes(OSTROVA_SAMPLE_LIST));
     window::MainDialog& dialog = user.Open();
-    bool isSaved = true;
-    for (const bool isDark : {false, true}) {
-        QApplication::setPalette(isDark ? gallery::DarkPalette() : light);
-        isSaved = TakePictures(dialog, folder,
-                               isDark ? QStringLiteral("dark") : QStringLiteral("light")) &&
-                  isSaved;
-    }
-    return isSaved ? 0 : 1;
+    const bool lightSaved = TakePictures(dialog, folder, "light");
+    QApplication::setPalette(gallery::DarkPalette());
+    return TakePictures(dialog, folder, "dark") && lightSaved ? 0 : 1;
 }
