@@ -53,13 +53,15 @@ void MainDialog::OnInitDialog() {
     MakePages();
     ReplacePlaceholder();
     ConnectPages();
-    sheet_->ActivatePage(SearchPage);
+    searchPage_->Load();
+    const bool hasList = searchPage_->Rows().RowCount() > 0;
+    if (!hasList) sheet_->ActivatePage(SearchPage);
     Layout().SetMinTrackSize(SmallestWindow.width(), SmallestWindow.height());
     Layout().Attach(*this);
     Layout().SetAnchor(sheet_, uikit::AnchorStretch, uikit::AnchorStretch);
     Layout().FillMinMaxInfo();
     RestorePlacement(*this, world_.application->GetSettings());
-    if (searchPage_->Rows().RowCount() > 0) {
+    if (hasList) {
         sheet_->ActivatePage(ResultsPage);
         OnPageLeft(searchPage_);
     }
