@@ -25,6 +25,10 @@ constexpr int AboutCommandPage = SaturdayNightPage;
 
 constexpr const char* SongPageTitles[] = {"Results", "Friday", "Saturday AM", "Saturday PM"};
 
+// The record goes to the disk, which may take as long as all the rest of the start: the first
+// picture comes before it. Meanwhile the lock alone keeps a second window out.
+constexpr std::chrono::milliseconds RecordDelay{100};
+
 // How often a running upgrade check is looked at. There is no timer while none runs.
 constexpr std::chrono::milliseconds UpgradePoll{100};
 
@@ -45,17 +49,19 @@ MainDialog::MainDialog(MainWorld world) : world_(std::move(world)), upgradePoll_
 MainDialog::~MainDialog() = default;
 
 void MainDialog::OnInitDialog() {
-    world_.application->RecordMainWindow();
+    QTimer::singleShot(RecordDelay, this, [this] { world_.application->RecordMainWindow(); });
     MakePages();
     ReplacePlaceholder();
     ConnectPages();
-    sheet_->ActivatePage(SearchPage);
+    searchPage_->Load();
+    const bool hasList = searchPage_->Rows().RowCount() > 0;
+    if (!hasList) sheet_->ActivatePage(SearchPage);
     Layout().SetMinTrackSize(SmallestWindow.width(), SmallestWindow.height());
     Layout().Attach(*this);
     Layout().SetAnchor(sheet_, uikit::AnchorStretch, uikit::AnchorStretch);
     Layout().FillMinMaxInfo();
     RestorePlacement(*this, world_.application->GetSettings());
-    if (searchPage_->Rows().RowCount() > 0) {
+    if (hasList) {
         sheet_->ActivatePage(ResultsPage);
         OnPageLeft(searchPage_);
     }
