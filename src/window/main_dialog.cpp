@@ -9,6 +9,7 @@
 #include "matching/matching.h"
 #include "playlists/mark_matches.h"
 #include "resources/main_template.h"
+#include "resources/search_list_template.h"
 #include "uikit/dialog_builder.h"
 #include "uikit/new_list_ctrl.h"
 #include "window/placement.h"
@@ -65,9 +66,17 @@ void MainDialog::OnInitDialog() {
         sheet_->ActivatePage(ResultsPage);
         OnPageLeft(searchPage_);
     }
+    FocusFirstControl(hasList);
     world_.application->ArmTimer();
     ArmDueTimer();
     ServeSoon();
+}
+
+/// What a user does first, on the page that is in front: looks at the matches, or types a song.
+void MainDialog::FocusFirstControl(bool hasList) {
+    QWidget* const first = hasList ? songPages_[0]->List()
+                                   : uikit::ControlById(*searchPage_, resources::SearchListSong);
+    first->setFocus();
 }
 
 void MainDialog::MakePages() {
@@ -131,6 +140,7 @@ void MainDialog::OnPageLeft(pages::SheetPage* left) {
     }
     // What is in front now may have been made of pages that are still on their way.
     if (busy_ > 0) rematchRequested_ = true;
+    if (links_.WantsIndex()) ServeSoon();  // for the links of a page that is seen first
 }
 
 /// The song pages always show the same column widths.

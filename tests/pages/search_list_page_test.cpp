@@ -71,7 +71,7 @@ public:
 
 TEST_F(SearchListPageTest, StartsWithTheFilesEntriesOrderedByArtist) {
     Open("\"Zoo\"\t\"mina\"\n\"Ant\"\t\"Zed\"\n\"\"\t\"Abel\"\n\"Bee\"\t\"MINA\"\n\"Cat\"\t\"\"\n");
-    EXPECT_EQ(Rows(), (Strings{"Cat|", "|Abel", "Bee|MINA", "Zoo|mina", "Ant|Zed"}));
+    EXPECT_EQ(Rows(), (Strings{"Cat|", "|Abel", "Zoo|mina", "Bee|MINA", "Ant|Zed"}));
     ASSERT_TRUE(page_.Loaded());
     EXPECT_EQ(page_.Loaded()->path, temp_.Path("SearchList.txt"));
     EXPECT_EQ(list_->Model().Title(0) + list_->Model().Title(1),

@@ -128,8 +128,10 @@ TEST_F(MainDialogTest, OpensOnTheResultsOfAListAndElseOnTheSearchList) {
     Open();
     EXPECT_EQ(Sheet().currentIndex(), Search);
     EXPECT_FALSE(Sheet().PageAt(Results)->IsCreated());
+    EXPECT_EQ(user_.dialog->focusWidget(), On<QLineEdit>(Search, SongName));
     user_.WriteList(List);
     Open();
+    EXPECT_EQ(user_.dialog->focusWidget(), ListOn(Results));
     EXPECT_EQ(Sheet().currentIndex(), Results);
     EXPECT_EQ(Titles(Results), (Lines{"Friday night", "A Song", "Saturday morning", "A Song",
                                       "Saturday night", "A Song"}));
