@@ -66,8 +66,9 @@ public:
     [[nodiscard]] bool ClaimMainWindow();
     /// Interactive: fetches the current weekend, or the one before.
     void LoadFirstWeekend();
-    /// Interactive: the main window initialises; once it has been placed, its timer is armed.
+    /// Interactive: writes down that the main window is open. Does nothing once it is closed.
     void RecordMainWindow();
+    /// Interactive: the main window has been placed.
     void ArmTimer();
     /// Interactive: the main window is destroyed. Its placement and the user's options must be in
     /// `GetSettings`, and the search list saved, by then. When nobody can be told any more, what an

@@ -84,8 +84,10 @@ public:
         for (;;) {
             const Word word = TakeWord();
             Apply(Choose(word));
-            if (position_ == end_) return out_;
-            TakeOther();
+            do {
+                if (position_ == end_) return out_;
+                TakeOther();
+            } while (position_ != end_ && KeyByte(*position_) < 'A');  // no word begins here
         }
     }
 

@@ -22,15 +22,15 @@ std::string ReadQuotedField(std::string_view line, std::size_t& position) {
     position = util::SkipSpace(line, position);
     if (position < line.size() && line[position] == '"') ++position;
     std::string field;
-    while (position < line.size()) {
-        const char c = line[position++];
-        if (c == '"') break;
-        if (c != '\\')
-            field += c;
-        else if (position < line.size())
-            field += line[position++];
+    for (;;) {
+        const std::size_t begin = position;
+        while (position < line.size() && line[position] != '"' && line[position] != '\\')
+            ++position;
+        field.append(line, begin, position - begin);
+        if (position == line.size()) return field;
+        if (line[position++] == '"') return field;
+        if (position < line.size()) field += line[position++];
     }
-    return field;
 }
 
 std::string WriteQuotedField(std::string_view text) {

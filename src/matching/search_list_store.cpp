@@ -1,5 +1,6 @@
 #include "matching/search_list_store.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -156,7 +157,10 @@ LoadedList FillSearchListPage(const SearchListPlaces& places, SearchListRows& ro
     FoundList found = ReadList(places, messages);
     if (found.entries) {
         rows.DeleteAll();
-        for (const SearchEntry& entry : *found.entries) rows.InsertAtTop(entry);
+        // From the last one on: entries that the sort finds equal keep the file's order, and a list
+        // that nobody has changed is written as it was read.
+        std::for_each(found.entries->rbegin(), found.entries->rend(),
+                      [&rows](const SearchEntry& entry) { rows.InsertAtTop(entry); });
         rows.SortAgain();
     }
     return std::move(found.loaded);

@@ -12,7 +12,6 @@
 
 #include "pages/fitted_text.h"
 #include "pages/narrow_row.h"
-#include "pages/search_rows.h"
 #include "resources/search_list_template.h"
 #include "uikit/cell_text.h"
 #include "uikit/dialog_builder.h"
@@ -28,8 +27,6 @@ namespace {
 using namespace resources;
 using uikit::ControlAs;
 using uikit::ControlById;
-
-constexpr int ArtistColumn = 1;
 
 bool IsEnter(const QKeyEvent& event) {
     return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
@@ -53,8 +50,12 @@ SearchListPage::~SearchListPage() {
     if (list_ != nullptr) disconnect(list_, nullptr, this, nullptr);
 }
 
+void SearchListPage::Load() {
+    if (!loaded_) loaded_ = matching::FillSearchListPage(places_, Rows(), *messages_);
+}
+
 matching::SearchListRows& SearchListPage::Rows() {
-    return *rows_;
+    return shown_ != nullptr ? *shown_ : unshown_;
 }
 
 // --- Creation ---
@@ -68,8 +69,10 @@ void SearchListPage::Initialise() {
     WriteNotes();
     AnchorControls();
     ConnectControls();
+    Load();
+    unshown_.MoveTo(*list_);
     list_->SortBy(ArtistColumn, true);
-    loaded_ = matching::FillSearchListPage(places_, *rows_, *messages_);
+    shown_ = std::make_unique<SearchRows>(*list_);
 }
 
 void SearchListPage::MakeList() {
@@ -84,11 +87,10 @@ void SearchListPage::MakeList() {
     list_->SetShowSelectionAlways(true);
     const int scrollBar = list_->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, list_);
     const int width = list_->ClientWidth() - scrollBar;
-    list_->InsertColumn(0, "Song Title", Qt::AlignRight, width / 2);
+    list_->InsertColumn(SongColumn, "Song Title", Qt::AlignRight, width / 2);
     list_->InsertColumn(ArtistColumn, "Artist", Qt::AlignLeft, width - width / 2);
     list_->SetColumnKinds({uikit::sort_kind::NoCase, uikit::sort_kind::NoCase});
     list_->SetSortEnabled(true);
-    rows_ = std::make_unique<SearchRows>(*list_);
 }
 
 void SearchListPage::WriteNotes() {
@@ -141,7 +143,7 @@ void SearchListPage::AnchorControls() {
 // --- What the user asks for ---
 
 void SearchListPage::OnAdd() {
-    if (!matching::AddSearchEntry(*rows_, {TextOf(*song_), TextOf(*artist_)}, *messages_)) return;
+    if (!matching::AddSearchEntry(Rows(), {TextOf(*song_), TextOf(*artist_)}, *messages_)) return;
     song_->clear();
     artist_->clear();
 }
@@ -159,7 +161,7 @@ void SearchListPage::OnRemove() {
 void SearchListPage::OnEndLabelEdit(const uikit::CellNotice& notice) {
     if (notice.row < 0 || !notice.text) return;
     list_->SetCellText(notice.row, notice.column, *notice.text);
-    rows_->SortAgain();
+    Rows().SortAgain();
 }
 
 void SearchListPage::EndEditing() {

@@ -9,14 +9,11 @@
 #include "feedback/messages.h"
 #include "matching/search_list.h"
 #include "matching/search_list_store.h"
+#include "pages/search_rows.h"
 #include "pages/sheet_page.h"
 #include "uikit/cell_notice.h"
 
 class QLineEdit;
-
-namespace ostrova::uikit {
-class NewListCtrl;
-}
 
 namespace ostrova::pages {
 
@@ -31,7 +28,12 @@ public:
                    QWidget* parent = nullptr);
     ~SearchListPage() override;
 
-    /// The rows; valid once created.
+    /// Reads the list's file, once: whatever brings the page to the front for the first time does
+    /// it, too.
+    void Load();
+
+    /// The rows, whether the page is created or not; they are those of the file once loaded. The
+    /// reference is valid until the page is created.
     [[nodiscard]] matching::SearchListRows& Rows();
 
     /// Takes over what an editor that is open in the list holds, for whoever is about to save. Does
@@ -69,7 +71,8 @@ private:
     uikit::NewListCtrl* list_ = nullptr;  // these three: owned by the page as its children
     QLineEdit* song_ = nullptr;
     QLineEdit* artist_ = nullptr;
-    std::unique_ptr<matching::SearchListRows> rows_;
+    UnshownRows unshown_;                              // until there is a list
+    std::unique_ptr<matching::SearchListRows> shown_;  // the list's, from then on
     std::optional<matching::LoadedList> loaded_;
 };
 

@@ -1,6 +1,52 @@
 #include "pages/search_rows.h"
 
+#include <utility>
+
+#include "uikit/list_sort.h"
+
 namespace ostrova::pages {
+
+using matching::SearchEntry;
+
+std::string UnshownRows::CellText(std::size_t row, int column) const {
+    return column == SongColumn ? rows_[row].song : rows_[row].artist;
+}
+
+void UnshownRows::InsertAtTop(const SearchEntry& entry) {
+    rows_.push_front(entry);
+    if (selected_) ++*selected_;
+}
+
+void UnshownRows::DeleteAll() {
+    rows_.clear();
+    selected_.reset();
+}
+
+void UnshownRows::SortAgain() {
+    const uikit::SortRule byArtist{ArtistColumn, uikit::sort_kind::NoCase, /*ascending=*/true};
+    const auto artistOf = [this](int row, int /*column*/) -> std::string_view {
+        return rows_[row].artist;
+    };
+    const auto selected = std::exchange(selected_, std::nullopt);
+    std::deque<SearchEntry> sorted;
+    for (const int row :
+         uikit::SortedRows(static_cast<int>(rows_.size()), artistOf, byArtist, byArtist, {})) {
+        if (selected == static_cast<std::size_t>(row)) selected_ = sorted.size();
+        sorted.push_back(std::move(rows_[row]));
+    }
+    rows_ = std::move(sorted);
+}
+
+void UnshownRows::MoveTo(uikit::NewListCtrl& list) {
+    std::vector<uikit::RowTexts> texts;
+    texts.reserve(rows_.size());
+    for (SearchEntry& entry : rows_) {
+        texts.push_back({std::move(entry.song), std::move(entry.artist)});
+    }
+    list.AppendRows(std::move(texts));
+    if (selected_) list.SelectRow(static_cast<int>(*selected_));
+    DeleteAll();
+}
 
 std::size_t SearchRows::RowCount() const {
     return static_cast<std::size_t>(list_->GetRowCount());

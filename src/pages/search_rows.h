@@ -1,7 +1,9 @@
 #pragma once
 
-// A list control as the rows of the search list.
+// The rows of the search list: on their own, and as those of a list control.
 
+#include <deque>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,6 +11,27 @@
 #include "uikit/new_list_ctrl.h"
 
 namespace ostrova::pages {
+
+inline constexpr int SongColumn = 0;
+inline constexpr int ArtistColumn = 1;
+
+/// Rows that no list shows yet, in the order in which one will show them: by artist.
+class UnshownRows final : public matching::SearchListRows {
+public:
+    [[nodiscard]] std::size_t RowCount() const override { return rows_.size(); }
+    [[nodiscard]] std::string CellText(std::size_t row, int column) const override;
+    void InsertAtTop(const matching::SearchEntry& entry) override;
+    void Select(std::size_t row) override { selected_ = row; }
+    void DeleteAll() override;
+    void SortAgain() override;
+
+    /// Puts the rows into an empty list, the selected one selected. None are left here.
+    void MoveTo(uikit::NewListCtrl& list);
+
+private:
+    std::deque<matching::SearchEntry> rows_;  // they are filled at the top
+    std::optional<std::size_t> selected_;
+};
 
 /// Column 0 of the list holds song names, column 1 artists.
 class SearchRows final : public matching::SearchListRows {

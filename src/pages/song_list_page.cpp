@@ -1,17 +1,16 @@
 #include "pages/song_list_page.h"
 
-#include <QComboBox>
 #include <QPushButton>
 #include <QStyle>
 #include <utility>
 
-#include "pages/drop_down.h"
 #include "pages/song_arrangement.h"
 #include "pages/song_listing.h"
 #include "pages/song_rows.h"
 #include "resources/song_list_template.h"
 #include "uikit/cell_text.h"
 #include "uikit/dialog_builder.h"
+#include "uikit/drop_down.h"
 #include "uikit/link_label.h"
 #include "uikit/list_placeholder.h"
 #include "uikit/new_list_ctrl.h"
@@ -79,14 +78,17 @@ void SongListPage::Initialise() {
 }
 
 void SongListPage::MakeCombos() {
-    dateCombo_ = ControlAs<QComboBox>(*this, SongShowDate);
-    yearCombo_ = ControlAs<QComboBox>(*this, SongYear);
+    dateCombo_ = ControlAs<uikit::DropDown>(*this, SongShowDate);
+    yearCombo_ = ControlAs<uikit::DropDown>(*this, SongYear);
     constexpr int CharactersOfYear = 4;
     constexpr int CharactersOfDate = 12;
     dateCombo_->setMinimumContentsLength(CharactersOfDate);
     yearCombo_->setMinimumContentsLength(CharactersOfYear);
-    MakeDropDownList(*dateCombo_);
-    MakeDropDownList(*yearCombo_);
+    for (uikit::DropDown* combo : {dateCombo_, yearCombo_}) {
+        // On some platforms a screen reader is told the chosen text as the name of a box.
+        combo->setAccessibleDescription(combo->accessibleName());
+        combo->TakeTemplateHeight();
+    }
 }
 
 void SongListPage::MakeList() {

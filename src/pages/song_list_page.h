@@ -14,9 +14,8 @@
 #include "pages/song_view.h"
 #include "playlists/download_run.h"
 
-class QComboBox;
-
 namespace ostrova::uikit {
+class DropDown;
 class LinkLabel;
 class LinkOpener;
 class NewListCtrl;
@@ -94,8 +93,8 @@ private:
     uikit::NewListCtrl* list_ = nullptr;
     std::unique_ptr<SongListing> listing_;
     playlists::WeekendAnchor listedWeekend_ = 0;
-    QComboBox* yearCombo_ = nullptr;
-    QComboBox* dateCombo_ = nullptr;
+    uikit::DropDown* yearCombo_ = nullptr;
+    uikit::DropDown* dateCombo_ = nullptr;
     uikit::LinkLabel* guestLabel_ = nullptr;
     uikit::LinkLabel* playlistLabel_ = nullptr;
     std::optional<playlists::GuestInfo> shownGuest_;  // by the label

@@ -47,7 +47,9 @@ RunResult WeekendRun(const PageSource& source, WeekendState& state, WeekendAncho
         result.reachedNetwork |= transfer.reachedNetwork;
         result.retryAfterSeconds = std::max(result.retryAfterSeconds, transfer.retryAfterSeconds);
     }
-    if (result.had && !LoadGuestInfo(source, state.guest, anchor, isLatest, /*cacheOnly=*/true)) {
+    if (!result.had) {
+        state.guest.shown = {};  // that of another weekend would stand above these shows
+    } else if (!LoadGuestInfo(source, state.guest, anchor, isLatest, /*cacheOnly=*/true)) {
         LoadGuestInfo(source, state.guest, anchor, isLatest, /*cacheOnly=*/false);
     }
     return result;

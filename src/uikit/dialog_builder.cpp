@@ -2,7 +2,6 @@
 
 #include <QButtonGroup>
 #include <QCheckBox>
-#include <QComboBox>
 #include <QFontMetricsF>
 #include <QLabel>
 #include <QLineEdit>
@@ -12,6 +11,7 @@
 #include <QVariant>
 
 #include "uikit/accessibility.h"
+#include "uikit/drop_down.h"
 #include "uikit/icon_view.h"
 #include "uikit/link_label.h"
 #include "uikit/markup_view.h"
@@ -82,7 +82,7 @@ QWidget* MakeControl(const ControlTemplate& control, QWidget& dialog, LinkOpener
         case ControlKind::RadioButton:
             return new QRadioButton(text, &dialog);
         case ControlKind::ComboBox:
-            return new QComboBox(&dialog);
+            return new DropDown(&dialog);
         case ControlKind::ProgressBar:
             return MakeBar(dialog);
         case ControlKind::Placeholder:

@@ -163,7 +163,13 @@ public:
         const std::size_t middle = begin + (end - begin) / 2;
         Sort(begin, middle);
         Sort(middle, end);
-        if (isAfter_(items_[middle - 1], items_[middle])) Merge(begin, middle, end);
+        if (!isAfter_(items_[middle - 1], items_[middle])) return;
+        if (isAfter_(items_[begin], items_[end - 1])) {
+            // As in a list that was sorted and has been turned round.
+            std::rotate(items_.begin() + begin, items_.begin() + middle, items_.begin() + end);
+        } else {
+            Merge(begin, middle, end);
+        }
     }
 
 private:

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyle>
+#include <QStyleOptionFocusRect>
 #include <algorithm>
 #include <utility>
 
@@ -251,6 +252,14 @@ void NewListCtrl::paintEvent(QPaintEvent* event) {
     if (const auto row = RowDrag::Current().MarkedRow(*this)) {
         QPainter painter(viewport());
         RowDrag::PaintMarker(painter, *this, *row);
+    }
+    // The row that has the focus shows it; without one the keyboard's place would be unseen.
+    if (hasFocus() && GetRowCount() == 0) {
+        QPainter painter(viewport());
+        QStyleOptionFocusRect option;
+        option.initFrom(viewport());
+        option.backgroundColor = palette().color(QPalette::Base);
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
     }
 }
 

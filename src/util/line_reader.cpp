@@ -21,9 +21,10 @@ bool HasEncodingMark(std::string_view line) {
 
 /// The line without its last run of white space, looked for up to the first comment marker.
 std::string_view CutTrailingSpace(std::string_view line, std::string_view commentMarker) {
+    if (commentMarker.empty()) return TrimRight(line);
     std::size_t runStart = std::string_view::npos;
     for (std::size_t i = 0; i < line.size(); ++i) {
-        if (!commentMarker.empty() && line.substr(i).starts_with(commentMarker)) break;
+        if (line.substr(i).starts_with(commentMarker)) break;
         if (!IsAsciiSpace(line[i]))
             runStart = std::string_view::npos;
         else if (runStart == std::string_view::npos)

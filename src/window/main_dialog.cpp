@@ -9,6 +9,7 @@
 #include "matching/matching.h"
 #include "playlists/mark_matches.h"
 #include "resources/main_template.h"
+#include "resources/search_list_template.h"
 #include "uikit/dialog_builder.h"
 #include "uikit/new_list_ctrl.h"
 #include "window/placement.h"
@@ -24,6 +25,10 @@ enum PageIndex { SearchPage = 0, ResultsPage = 1, SaturdayNightPage = 4 };
 constexpr int AboutCommandPage = SaturdayNightPage;
 
 constexpr const char* SongPageTitles[] = {"Results", "Friday", "Saturday AM", "Saturday PM"};
+
+// The record goes to the disk, which may take as long as all the rest of the start: the first
+// picture comes before it. Meanwhile the lock alone keeps a second window out.
+constexpr std::chrono::milliseconds RecordDelay{100};
 
 // How often a running upgrade check is looked at. There is no timer while none runs.
 constexpr std::chrono::milliseconds UpgradePoll{100};
@@ -45,23 +50,33 @@ MainDialog::MainDialog(MainWorld world) : world_(std::move(world)), upgradePoll_
 MainDialog::~MainDialog() = default;
 
 void MainDialog::OnInitDialog() {
-    world_.application->RecordMainWindow();
+    QTimer::singleShot(RecordDelay, this, [this] { world_.application->RecordMainWindow(); });
     MakePages();
     ReplacePlaceholder();
     ConnectPages();
-    sheet_->ActivatePage(SearchPage);
+    searchPage_->Load();
+    const bool hasList = searchPage_->Rows().RowCount() > 0;
+    if (!hasList) sheet_->ActivatePage(SearchPage);
     Layout().SetMinTrackSize(SmallestWindow.width(), SmallestWindow.height());
     Layout().Attach(*this);
     Layout().SetAnchor(sheet_, uikit::AnchorStretch, uikit::AnchorStretch);
     Layout().FillMinMaxInfo();
     RestorePlacement(*this, world_.application->GetSettings());
-    if (searchPage_->Rows().RowCount() > 0) {
+    if (hasList) {
         sheet_->ActivatePage(ResultsPage);
         OnPageLeft(searchPage_);
     }
+    FocusFirstControl(hasList);
     world_.application->ArmTimer();
     ArmDueTimer();
     ServeSoon();
+}
+
+/// What a user does first, on the page that is in front: looks at the matches, or types a song.
+void MainDialog::FocusFirstControl(bool hasList) {
+    QWidget* const first = hasList ? songPages_[0]->List()
+                                   : uikit::ControlById(*searchPage_, resources::SearchListSong);
+    first->setFocus();
 }
 
 void MainDialog::MakePages() {
@@ -125,6 +140,7 @@ void MainDialog::OnPageLeft(pages::SheetPage* left) {
     }
     // What is in front now may have been made of pages that are still on their way.
     if (busy_ > 0) rematchRequested_ = true;
+    if (links_.WantsIndex()) ServeSoon();  // for the links of a page that is seen first
 }
 
 /// The song pages always show the same column widths.

@@ -70,6 +70,7 @@ private:
 
     void MakePages();
     void ReplacePlaceholder();
+    void FocusFirstControl(bool hasList);
     void ConnectPages();
 
     // Requests

@@ -1,7 +1,5 @@
 #include "window/page_links.h"
 
-#include <utility>
-
 #include "playlists/page_cache.h"
 #include "util/files.h"
 #include "util/local_time.h"
@@ -15,9 +13,8 @@ std::string PageLinks::AddressOf(playlists::PageSource source, playlists::EpochS
     if (year >= playlists::FirstIndexedYear &&
         !util::PathExists(
             playlists::CachePath(*source.dataFolder, playlists::YearIndexCacheName(showTime))) &&
-        !asked_.contains(playlists::YearIndexAddress(source.siteHost, showTime))) {
-        wanted_ = showTime;
-        asked_.insert(playlists::YearIndexAddress(source.siteHost, showTime));
+        asked_.insert(playlists::YearIndexAddress(source.siteHost, showTime)).second) {
+        wanted_.push_back(showTime);
     }
     return playlists::ComputePageAddress(source, playlists::WantCachePath::No, showTime,
                                          /*allowAutodial=*/false)
@@ -25,7 +22,10 @@ std::string PageLinks::AddressOf(playlists::PageSource source, playlists::EpochS
 }
 
 std::optional<playlists::EpochSeconds> PageLinks::TakeWanted() {
-    return std::exchange(wanted_, std::nullopt);
+    if (wanted_.empty()) return std::nullopt;
+    const playlists::EpochSeconds showTime = wanted_.back();
+    wanted_.pop_back();
+    return showTime;
 }
 
 }  // namespace ostrova::window

@@ -5,6 +5,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "playlists/page_address.h"
 
@@ -18,15 +19,14 @@ public:
     [[nodiscard]] std::string AddressOf(playlists::PageSource source,
                                         playlists::EpochSeconds showTime);
 
-    /// A show whose year's index has not been had and not been asked for yet; it counts as asked
-    /// for from here on.
+    /// A show whose year's index has not been had and not been asked for yet; each is given once.
     [[nodiscard]] std::optional<playlists::EpochSeconds> TakeWanted();
 
-    [[nodiscard]] bool WantsIndex() const { return wanted_.has_value(); }
+    [[nodiscard]] bool WantsIndex() const { return !wanted_.empty(); }
 
 private:
-    std::set<std::string> asked_;  // addresses of indexes
-    std::optional<playlists::EpochSeconds> wanted_;
+    std::set<std::string> asked_;                  // addresses of indexes
+    std::vector<playlists::EpochSeconds> wanted_;  // a weekend can lie in two years
 };
 
 }  // namespace ostrova::window

@@ -70,7 +70,7 @@ void KeepPlacement(const QWidget& window, app::Settings& settings) {
     const QRect place = window.isMaximized() || window.isFullScreen() || window.isMinimized()
                             ? window.normalGeometry()
                             : window.geometry();
-    settings.isMaximised = window.windowState().testFlag(Qt::WindowMaximized);
+    settings.isMaximised = window.isMaximized() && !window.isMinimized();
     if (!place.isValid()) return;
     app::WindowRect& kept = settings.windowRect;
     if (KnowsPositions()) {

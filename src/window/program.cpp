@@ -1,7 +1,6 @@
 #include "window/program.h"
 
 #include <QApplication>
-#include <QIcon>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
@@ -19,13 +18,12 @@
 #include "window/main_dialog.h"
 #include "window/placement.h"
 #include "window/pumping_http.h"
+#include "window/window_icon.h"
 
 namespace ostrova::window {
 namespace {
 
 constexpr int Trouble = 2;
-// Larger ones are the desktop's affair: its entry names them, and each costs time at the start.
-constexpr int IconSizes[] = {16, 32, 48, 64};
 
 bool IsSet(const char* variable) {
     const char* const value = std::getenv(variable);
@@ -42,11 +40,7 @@ void Introduce() {
     QApplication::setApplicationName(QStringLiteral("Ostrova"));
     QApplication::setApplicationVersion(QString::fromLatin1(app::ProgramVersion));
     QApplication::setDesktopFileName(QStringLiteral("ostrova"));
-    QIcon icon;
-    for (const int size : IconSizes) {
-        icon.addFile(QStringLiteral(":/icons/ostrova-%1.png").arg(size), QSize(size, size));
-    }
-    QApplication::setWindowIcon(icon);
+    QApplication::setWindowIcon(WindowIcon());
     // Boxes and progress come and go before the main window is there.
     QApplication::setQuitOnLastWindowClosed(false);
 }

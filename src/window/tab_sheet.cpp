@@ -1,5 +1,6 @@
 #include "window/tab_sheet.h"
 
+#include <QStyleOptionTabWidgetFrame>
 #include <QTabBar>
 #include <utility>
 
@@ -27,7 +28,16 @@ pages::SheetPage* TabSheet::PageAt(int index) const {
 
 void TabSheet::resizeEvent(QResizeEvent* event) {
     QTabWidget::resizeEvent(event);
+    if (!isVisible()) PlacePagesEarly();
     SizePages();
+}
+
+void TabSheet::PlacePagesEarly() {
+    if (currentWidget() == nullptr) return;
+    QStyleOptionTabWidgetFrame option;
+    initStyleOption(&option);
+    currentWidget()->parentWidget()->setGeometry(
+        style()->subElementRect(QStyle::SE_TabWidgetTabContents, &option, this));
 }
 
 void TabSheet::SizePages() {

@@ -34,6 +34,9 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    /// Gives the pages their place before the sheet shows. Qt gives it only then, and they would be
+    /// arranged twice.
+    void PlacePagesEarly();
     /// Gives all pages the size of the one in front.
     void SizePages();
     /// Lets the page in front know, and the one that was; the latter, or null.

@@ -67,7 +67,7 @@ TEST_F(SearchListStore, ReadsTheDataFolderThenBesideTheProgramThenAbove) {
         EXPECT_EQ(items[0].entry.song, place);
         EXPECT_EQ(items[1].keys.title, "SECOND");
         EXPECT_EQ(Fill().path, root.Path(place));
-        EXPECT_THAT(rows.Rows(), ElementsAre(SearchEntry{"second", ""}, SearchEntry{place, ""}));
+        EXPECT_THAT(rows.Rows(), ElementsAre(SearchEntry{place, ""}, SearchEntry{"second", ""}));
     }
     EXPECT_THAT(said.Said(), IsEmpty());
     EXPECT_EQ(folder, root.Path("data"));

@@ -73,7 +73,7 @@ TEST_F(SearchListPageTest, StartsWithTheFilesEntriesOrderedByArtistLetterForLett
         "\"Zoo\"\t\"mina\"\n\"R&B && <b>soul</b> %1\"\t\"Zed\"\n\"\"\t\"R\xF6yk\xE4 \x93Q\x94\"\n"
         "\"say \\\"when\\\" \\\\ now\"\t\"MINA\"\n\"Cat\"\t\"\"\n");
     EXPECT_EQ(Songs(),
-              "Cat/|say \"when\" \\ now/MINA|Zoo/mina|/R\xF6yk\xE4 \x93Q\x94|"
+              "Cat/|Zoo/mina|say \"when\" \\ now/MINA|/R\xF6yk\xE4 \x93Q\x94|"
               "R&B && <b>soul</b> %1/Zed");
     ASSERT_TRUE(page_.Loaded());
     EXPECT_EQ(page_.Loaded()->path, temp_.Path("SearchList.txt"));

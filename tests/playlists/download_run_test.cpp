@@ -159,6 +159,7 @@ TEST_F(DownloadRunTest, TheNewestGuestIsFoundOnEitherPageAndRemembered) {
     EXPECT_EQ(state_.guest.shown, guest);
     EXPECT_TRUE(util::PathExists(folder_.Path("guestDefault.htm")));
     RunWeekend("2005-03-11");
+    EXPECT_EQ(state_.guest.shown, GuestInfo{});  // of a weekend that wasn't had
     site_.Forget();
     RunWeekend("2005-03-04", /*isLatest=*/true);
     EXPECT_EQ(state_.guest.shown, guest);

@@ -115,7 +115,10 @@ class Desk:
             file.write("[Settings]\n" + "".join(f"{k} = {v}\n" for k, v in values.items()))
 
     def setting(self, name):
-        with open(self.path("config", "Kelvane", "Ostrova.conf"), encoding="ascii") as file:
+        path = self.path("config", "Kelvane", "Ostrova.conf")
+        if not os.path.exists(path):
+            return None
+        with open(path, encoding="ascii") as file:
             for line in file:
                 key, _, value = line.partition("=")
                 if key.strip() == name:

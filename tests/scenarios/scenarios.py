@@ -167,6 +167,7 @@ def kill_and_restart(desk):
     desk.open_site(WEDNESDAY)
     first = desk.start(WEDNESDAY)
     desk.window("Ostrova")
+    wait_for("the record", lambda: desk.setting("MainWndHwnd") not in (None, "0"))
     first.process.send_signal(signal.SIGKILL)
     first.ended()
     desk.gone("Ostrova")

@@ -104,7 +104,7 @@ protected:
         return std::get<std::int32_t>(user_.store.values.at({"Settings", "WhenToOpen"}));
     }
     [[nodiscard]] bool HasRecord() {
-        return std::get<std::string>(user_.store.values.at({"Control", "MainWndHwnd"})) != "0";
+        return user_.store.ReadText("Control", "MainWndHwnd").value_or("0") != "0";
     }
 
     testing::TimeZone zone_{"Europe/Berlin"};
@@ -116,7 +116,9 @@ TEST_F(MainDialogTest, OpensOnTheResultsOfAListAndElseOnTheSearchList) {
     Open();
     EXPECT_EQ(Sheet().currentIndex(), Search);
     EXPECT_FALSE(Sheet().PageAt(Results)->IsCreated());
+    EXPECT_EQ(user_.dialog->focusWidget(), On<QLineEdit>(Search, SearchListSong));
     OpenWithList();
+    EXPECT_EQ(user_.dialog->focusWidget(), ListOn(Results));
     EXPECT_EQ(Sheet().currentIndex(), Results);
     EXPECT_EQ(Titles(Results), "Friday night|A Song|Saturday morning|A Song|Saturday night|A Song");
 }
@@ -194,7 +196,7 @@ TEST_F(MainDialogTest, ClosingSavesListSettingsAndPlace) {
     user_.store.values[{"Settings", "WhenToOpen"}] = 2;
     const QRect place(40, 50, 500, 400);
     Open().setGeometry(place);
-    EXPECT_TRUE(HasRecord());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return HasRecord(); }));
     On<QLineEdit>(Search, SearchListSong)->setText("A Song");
     Press(Search, SearchListAdd);
     user_.dialog->close();

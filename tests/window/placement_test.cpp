@@ -28,5 +28,15 @@ TEST(Placement, BringsAWindowOntoAScreenThatExists) {
     }
 }
 
+TEST(Placement, AWindowClosedWhileMinimisedIsNotMaximised) {
+    for (const Qt::WindowStates more : {Qt::WindowNoState, Qt::WindowMinimized}) {
+        QWidget window;
+        window.setWindowState(Qt::WindowMaximized | more);
+        app::Settings settings;
+        KeepPlacement(window, settings);
+        EXPECT_EQ(settings.isMaximised, more == Qt::WindowNoState);
+    }
+}
+
 }  // namespace
 }  // namespace ostrova::window

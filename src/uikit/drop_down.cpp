@@ -1,0 +1,97 @@
+#include "uikit/drop_down.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPointer>
+#include <QProxyStyle>
+#include <QStylePainter>
+#include <QWheelEvent>
+#include <algorithm>
+
+namespace ostrova::uikit {
+namespace {
+
+/// Some styles open a box as a menu over the whole screen, without a scroll bar.
+class ListStyle final : public QProxyStyle {
+public:
+    ListStyle() : QProxyStyle(QApplication::style()->name()) {}
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* result) const override {
+        if (hint == SH_ComboBox_Popup) return 0;
+        return QProxyStyle::styleHint(hint, option, widget, result);
+    }
+};
+
+QStyle* SharedListStyle() {
+    static QPointer<ListStyle> style;
+    if (style == nullptr) {
+        style = new ListStyle;
+        style->setParent(qApp);
+    }
+    return style;
+}
+
+/// The key is the tab sheet's, but a closed box would take its character for a search.
+bool SwitchesPage(const QKeyEvent& key) {
+    return (key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab) &&
+           key.modifiers().testFlag(Qt::ControlModifier);
+}
+
+}  // namespace
+
+DropDown::DropDown(QWidget* parent) : QComboBox(parent) {
+    // Its width is the template's; to measure every text would only take time.
+    setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+void DropDown::TakeTemplateHeight() {
+    const int closed = sizeHint().height();
+    const int lines = (height() - closed) / fontMetrics().height();
+    setMaxVisibleItems(std::max(lines, 1));
+    resize(width(), closed);
+}
+
+/// The list is made by now at the latest. Another style would make it at once, and with the page
+/// that is to come to the front.
+void DropDown::showPopup() {
+    if (style() != SharedListStyle()) setStyle(SharedListStyle());
+    const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, view());
+    view()->setMinimumWidth(view()->sizeHintForColumn(0) + scrollBar + 2 * view()->frameWidth());
+    QComboBox::showPopup();
+}
+
+/// Styles cut a text that is too long for the box at its end, where dates differ.
+void DropDown::paintEvent(QPaintEvent* /*event*/) {
+    constexpr int BesideText = 4;
+    QStylePainter painter(this);
+    painter.setPen(palette().color(QPalette::Text));
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    painter.drawComplexControl(QStyle::CC_ComboBox, option);
+    const QRect field =
+        style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
+    option.currentText = option.fontMetrics.elidedText(option.currentText, Qt::ElideMiddle,
+                                                       field.width() - BesideText);
+    painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+}
+
+void DropDown::wheelEvent(QWheelEvent* event) {
+    if (hasFocus()) {
+        QComboBox::wheelEvent(event);
+    } else {
+        event->ignore();
+    }
+}
+
+void DropDown::keyPressEvent(QKeyEvent* event) {
+    if (SwitchesPage(*event)) {
+        event->ignore();
+    } else {
+        QComboBox::keyPressEvent(event);
+    }
+}
+
+}  // namespace ostrova::uikit
