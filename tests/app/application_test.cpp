@@ -11,6 +11,7 @@
 #include "tests/support/memory_store.h"
 #include "tests/support/moments.h"
 #include "tests/support/recorder.h"
+#include "tests/support/rows.h"
 #include "tests/support/temp_folder.h"
 #include "util/files.h"
 
@@ -91,14 +92,14 @@ TEST_F(ApplicationTest, TheBackgroundFetchesAWeekendAndOpensAWindow) {
 
 TEST_F(ApplicationTest, TheBackgroundOpensOnMatchOnlyForTheUsersFavourites) {
     store_.values[{"Settings", "WhenToOpen"}] = OpenOnMatch;
-    home_.Write("Ostrova/SearchList.txt", "\"Another\"\t\"Artist\"\r\n");
     Publish("20261127", "20261128");
     Publish("20261204", "20261205");
-    RunBackgroundUntil("2026-11-28 00:00:00", {.backgroundMode = true});
-    EXPECT_EQ(relaunched_, 0);
-    home_.Write("Ostrova/SearchList.txt", "\"a song\"\t\"\"\r\n");
-    RunBackgroundUntil("2026-12-05 00:00:00", {.backgroundMode = true});
-    EXPECT_EQ(relaunched_, 1);
+    for (const auto& [song, end, opened] : testing::Rows<std::string, const char*, int>{
+             {"Another", "2026-11-28 00:00:00", 0}, {"a song", "2026-12-05 00:00:00", 1}}) {
+        home_.Write("Ostrova/SearchList.txt", "\"" + song + "\"\t\"\"\r\n");
+        RunBackgroundUntil(end, {.backgroundMode = true});
+        EXPECT_EQ(relaunched_, opened);
+    }
 }
 
 TEST_F(ApplicationTest, AnInteractiveStartGoesFromTheClaimToTheTimer) {
