@@ -21,18 +21,7 @@ using testing::TempFolder;
 
 class FrontDoorTest : public ::testing::Test {
 protected:
-    FrontDoorTest()
-        : maker_([this](const demo::ServerRequest&, demo::Connection& connection) {
-              asked_ = true;
-              return demo::SendAnswer(connection, 200, "1.9\n", "text/plain");
-          }),
-          home_("HOME", folder_.Path()),
-          data_("XDG_DATA_HOME", std::nullopt),
-          configuration_("XDG_CONFIG_HOME", std::nullopt),
-          runtime_("XDG_RUNTIME_DIR", folder_.Path("run")),
-          siteHost_("OSTROVA_SITE_HOST", "http://127.0.0.1:9"),
-          makerHost_("OSTROVA_MAKER_HOST", maker_.Address()) {
-        // A copy that stands alone, so that no window program lies beside it.
+    FrontDoorTest() {
         std::filesystem::create_directory(folder_.Path("run"));
         std::filesystem::permissions(folder_.Path("run"), std::filesystem::perms::owner_all);
         std::filesystem::copy_file(OSTROVA_PROGRAM, program_);
@@ -55,10 +44,19 @@ protected:
     static constexpr int Signals[] = {SIGTERM, SIGINT, SIGHUP};
 
     TempFolder folder_;
+    // A copy that stands alone, so that no window program lies beside it.
     std::string program_ = folder_.Path("ostrova");
     std::atomic<bool> asked_ = false;
-    demo::HttpServer maker_;
-    EnvironmentVariable home_, data_, configuration_, runtime_, siteHost_, makerHost_;
+    demo::HttpServer maker_{[this](const demo::ServerRequest&, demo::Connection& connection) {
+        asked_ = true;
+        return demo::SendAnswer(connection, 200, "1.9\n", "text/plain");
+    }};
+    EnvironmentVariable home_{"HOME", folder_.Path()};
+    EnvironmentVariable data_{"XDG_DATA_HOME", std::nullopt};
+    EnvironmentVariable configuration_{"XDG_CONFIG_HOME", std::nullopt};
+    EnvironmentVariable runtime_{"XDG_RUNTIME_DIR", folder_.Path("run")};
+    EnvironmentVariable siteHost_{"OSTROVA_SITE_HOST", "http://127.0.0.1:9"};
+    EnvironmentVariable makerHost_{"OSTROVA_MAKER_HOST", maker_.Address()};
 };
 
 TEST_F(FrontDoorTest, AnswersOrSaysWhyItOpensNoWindow) {

@@ -34,18 +34,13 @@ protected:
     MemoryStore store_;
 };
 
-TEST_F(SettingsTest, AFirstStartHasTheDefaults) {
+TEST_F(SettingsTest, AFirstStartHasTheDefaultsAndWhatIsSavedIsLoaded) {
     EXPECT_EQ(Loaded(), (Settings{.checkForUpgrades = true,
                                   .lastCheckDay = -1,
                                   .latestKnownVersion = "1.9",
-                                  .whenToOpen = 0,
                                   .folder = home_.Path("Ostrova"),
-                                  .windowRect = {660, 290, 1260, 790},
-                                  .isMaximised = false}));
+                                  .windowRect = {660, 290, 1260, 790}}));
     EXPECT_TRUE(util::FolderExists(home_.Path("Ostrova")));
-}
-
-TEST_F(SettingsTest, WhatIsSavedIsLoaded) {
     const Settings settings{.checkForUpgrades = false,
                             .lastCheckDay = 9824,
                             .latestKnownVersion = "1.10",

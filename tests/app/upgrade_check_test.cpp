@@ -18,39 +18,27 @@
 namespace ostrova::app {
 namespace {
 
+using testing::Each;
 using ::testing::HasSubstr;
 using Lines = std::vector<std::string>;
 
 constexpr const char* VersionPath = "/Ostrova/LatestVersion.txt";
 constexpr const char* LatestText = "Information: You already have the latest version.";
 const std::string FailedText = "Error: Checking for latest version failed.";
-const std::string NotFoundText = FailedText + "\n\nCouldn't find file on server (status 404).";
-const std::string TryAgainText = FailedText + "\nPlease try again.";
-constexpr const char* BusyText = "Error: The program is already busy looking for updates.";
 
 class UpgradeCheckTest : public ::testing::Test {
 protected:
-    UpgradeCheckTest()
-        : client_(site_.Client()),
-          messages_(recorder_),
-          check_({.http = client_.get(), .messages = &messages_}, settings_, clock_,
-                 testing::CannedSite::Host) {}
-
     void Answer(const std::string& body) { site_.Put(VersionPath, body); }
 
     /// One check and all its retries; what was said.
     Lines Check(CheckKind kind) {
+        recorder_.Forget();
         check_.Start(kind);
-        return Finished();
-    }
-    Lines Finished() {
         while (check_.IsRunning() || check_.HasFinished()) {
             if (check_.HasFinished()) check_.Finish();
             std::this_thread::yield();
         }
-        Lines said = recorder_.Said();
-        recorder_.Forget();
-        return said;
+        return recorder_.Said();
     }
 
     testing::TempFolder folder_;
@@ -59,10 +47,13 @@ protected:
     testing::FakeClock clock_{testing::At("2026-11-24 12:00:00")};
     testing::MessageRecorder recorder_;
     testing::CannedSite site_;
-    std::unique_ptr<platform::HttpClient> client_;
-    feedback::Messages messages_;
+    std::unique_ptr<platform::HttpClient> client_ = site_.Client();
+    feedback::Messages messages_{recorder_};
     Settings settings_;
-    UpgradeCheck check_;
+    UpgradeCheck check_{{.http = client_.get(), .messages = &messages_},
+                        settings_,
+                        clock_,
+                        testing::CannedSite::Host};
 };
 
 TEST_F(UpgradeCheckTest, TellsOfANewVersionOnceUnlessAsked) {
@@ -87,7 +78,8 @@ TEST_F(UpgradeCheckTest, TellsOfANewVersionOnceUnlessAsked) {
 
 TEST_F(UpgradeCheckTest, NothingNewAndAFailedTransferAreSilentUnlessAsked) {
     EXPECT_EQ(Check(CheckKind::Automatic), Lines{});
-    EXPECT_EQ(Check(CheckKind::Manual), (Lines{NotFoundText, FailedText}));
+    EXPECT_EQ(Check(CheckKind::Manual),
+              (Lines{FailedText + "\n\nCouldn't find file on server (status 404).", FailedText}));
     EXPECT_EQ(settings_, Settings{});
     for (const char* version : {"1.9", "1.8"}) {
         Answer(version);
@@ -101,56 +93,50 @@ TEST_F(UpgradeCheckTest, AnAnswerThatIsNoVersionFileIsAskedForThreeTimes) {
     Answer("<html>log in first</html>");
     EXPECT_EQ(Check(CheckKind::Automatic), Lines{});
     EXPECT_EQ(site_.Asked(), Lines(3, VersionPath));
-    site_.Forget();
-    EXPECT_EQ(Check(CheckKind::Manual), Lines{TryAgainText});
-    EXPECT_EQ(site_.Asked().size(), 3U);
+    EXPECT_EQ(Check(CheckKind::Manual), Lines{FailedText + "\nPlease try again."});
+    EXPECT_EQ(site_.Asked().size(), 6U);
     EXPECT_EQ(settings_.lastCheckDay, -1);
-
-    site_.Forget();
     site_.onRequest = [this](int count) {
-        if (count == 2) Answer("1.9\n");
+        if (count == 8) Answer("1.9\n");
     };
     EXPECT_EQ(Check(CheckKind::Manual), Lines{LatestText});
-    EXPECT_EQ(site_.Asked().size(), 2U);
+    EXPECT_EQ(site_.Asked().size(), 8U);
 }
 
 TEST_F(UpgradeCheckTest, AManualRequestAdoptsTheAutomaticOneAndASecondIsRefused) {
     Answer("1.9");
-    check_.Start(CheckKind::Automatic);
-    check_.Start(CheckKind::Manual);
-    check_.Start(CheckKind::Manual);
-    EXPECT_EQ(Finished(), (Lines{BusyText, LatestText}));
+    for (const CheckKind kind : {CheckKind::Automatic, CheckKind::Manual}) check_.Start(kind);
+    EXPECT_EQ(Check(CheckKind::Manual),
+              (Lines{"Error: The program is already busy looking for updates.", LatestText}));
     EXPECT_EQ(site_.Asked().size(), 1U);
 }
 
 TEST(IsNewerVersion, ComparesNumberByNumber) {
-    for (const char* newer : {"1.10", "1.9.1", "2.0", "2", "1", "1.9a", "1.09", "1 .9", "1 . 10",
-                              "10.0", "99999999999"}) {
-        EXPECT_TRUE(IsNewerVersion(newer)) << newer;
-    }
-    for (const char* other : {"1.9", "1.8", "1.8.7", "0.9", "", "-1.9", "beta"}) {
-        EXPECT_FALSE(IsNewerVersion(other)) << other;
-    }
-    EXPECT_FALSE(IsNewerVersion("1.9.1", "1.9.2"));
-    EXPECT_TRUE(IsNewerVersion("1.9.3", "1.9.2"));
-    EXPECT_FALSE(IsNewerVersion("1.9", "1.9.2"));
-    EXPECT_TRUE(IsNewerVersion("1.9 .2", "1.9.2"));  // numbers say nothing, nor is the text 1.9
-    EXPECT_TRUE(IsNewerVersion("1.10", "1"));
+    const auto isNewer = [](const std::string& candidate) {
+        return IsNewerVersion(candidate) ? "newer" : "no";
+    };
+    EXPECT_EQ(Each("1.10|1.9.1|2.0|1|1.9a|1.09|1 .9|1 . 10|99999999999", isNewer),
+              "newer|newer|newer|newer|newer|newer|newer|newer|newer");
+    EXPECT_EQ(Each("1.9|1.8|1.8.7|0.9||-1.9|beta", isNewer), "no|no|no|no|no|no|no");
+    const testing::Rows<const char*, const char*, bool> others = {{"1.9.1", "1.9.2", false},
+                                                                  {"1.9.3", "1.9.2", true},
+                                                                  {"1.9", "1.9.2", false},
+                                                                  {"1.9 .2", "1.9.2", true},
+                                                                  {"1.10", "1", true}};
+    testing::ExpectEach(IsNewerVersion, others);
 }
 
-TEST(DayNumber, CountsFromTheYear2000) {
+// 2100 is a leap year here.
+TEST(UpgradeCheckDue, EveryFourDaysIfAtAll) {
     const auto number = [](int year, int month, int day) {
         return DayNumber({.tm_mday = day, .tm_mon = month - 1, .tm_year = year - 1900});
     };
-    const testing::Rows<int, int, int, int> cases = {{1999, 12, 31, -1},
-                                                     {2000, 1, 1, 0},
-                                                     {2000, 3, 1, 60},
-                                                     {2001, 1, 1, 366},
-                                                     {2100, 3, 1, 36585}};  // a leap year here
-    testing::ExpectEach(number, cases);
-}
-
-TEST(UpgradeCheckDue, EveryFourDaysIfAtAll) {
+    const testing::Rows<int, int, int, int> days = {{1999, 12, 31, -1},
+                                                    {2000, 1, 1, 0},
+                                                    {2000, 3, 1, 60},
+                                                    {2001, 1, 1, 366},
+                                                    {2100, 3, 1, 36585}};
+    testing::ExpectEach(number, days);
     EXPECT_TRUE(UpgradeCheckDue({}, 3));  // as a first start finds it
     EXPECT_FALSE(UpgradeCheckDue({.checkForUpgrades = false}, 9824));
     EXPECT_FALSE(UpgradeCheckDue({.lastCheckDay = 9824}, 9827));
@@ -161,19 +147,13 @@ TEST(UpgradeCheckDue, EveryFourDaysIfAtAll) {
 TEST(VersionFile, IsALineOfVersionAndNotesAsTheyStand) {
     const auto told = [](const std::string& bytes) {
         const VersionFile file = ReadVersionFile(bytes);
-        if (file.status == VersionFileStatus::Ok) return file.version + "|" + file.notes;
+        if (file.status == VersionFileStatus::Ok) return file.version + "/" + file.notes;
         return std::string(file.status == VersionFileStatus::Empty ? "empty" : "no version");
     };
+    EXPECT_EQ(Each("1.10 \t\r\n<b>New</b>\n\n  more|| 1.10|\n|v2|<html>", told),
+              "1.10/<b>New</b>\n\n  more|empty|no version|no version|no version|no version");
     const std::string zeros(99, '0');
-    const testing::Rows<std::string, std::string> cases = {
-        {"1.10 \t\r\n<b>New</b>\n\n  more", "1.10|<b>New</b>\n\n  more"},
-        {"2" + zeros + "\n", "2" + zeros.substr(21) + "|" + zeros.substr(78) + "\n"},
-        {"", "empty"},
-        {"\n", "no version"},
-        {"<html>", "no version"},
-        {" 1.10", "no version"},
-        {"v2", "no version"}};
-    testing::ExpectEach(told, cases);
+    EXPECT_EQ(told("2" + zeros + "\n"), "2" + zeros.substr(21) + "/" + zeros.substr(78) + "\n");
 }
 
 TEST(UpgradeMessage, HasAHeadlineAndTakesTheServersTextForItsFormat) {

@@ -52,15 +52,6 @@ TEST(ArchivePages, FollowsTheCalendarFromTheFirstShowToTheCurrentWeekend) {
     EXPECT_EQ(Names(CalendarPages({20060305, 20301231}, fridayAfternoon)), "");
 }
 
-TEST(ArchivePages, KeepsDatesInZonesThatMoved) {
-    for (const char* zone : {"Pacific/Apia", "America/Sao_Paulo", "Australia/Lord_Howe"}) {
-        const TimeZone here(zone);
-        const auto pages = CalendarPages({20120101, 20120131}, 1350000000);
-        ASSERT_EQ(pages.size(), 12u) << zone;
-        EXPECT_EQ(ShowCacheName(ShowTimeOf(pages[1])), "20120107am.htm") << zone;
-    }
-}
-
 TEST(ArchivePages, ListsTheCacheInOrderAndPassesOverTheRest) {
     const TempFolder folder;
     for (const char* name : {"20060304.htm", "20060304am.htm", "20060303.htm", "20051231.htm",

@@ -1,7 +1,6 @@
 // Whole pages of the demonstration site, read, against what the site meant to say.
 
 #include <ostream>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -13,14 +12,11 @@
 #include "demo/page_text.h"
 #include "demo/programme_dates.h"
 #include "demo/show_page.h"
-#include "matching/matching.h"
-#include "matching/search_list.h"
 #include "playlists/guest_reader.h"
 #include "playlists/page_parser.h"
 #include "playlists/song.h"
 #include "playlists/year_index.h"
 #include "tests/support/moments.h"
-#include "tests/support/temp_folder.h"
 #include "util/line_reader.h"
 #include "util/text.h"
 
@@ -120,30 +116,6 @@ TEST(DemoPages, AreAllFoundInTheirYearsIndex) {
                       Host + ArchivePath(show));
         }
     }
-}
-
-TEST(DemoPages, HoldSomethingForTheSampleSearchListInEveryShow) {
-    std::vector<matching::SearchItem> list;
-    for (const matching::SearchEntry& entry : matching::ReadSearchEntries(
-             testing::FileBytes(OSTROVA_DEMO_DATA "/SampleSearchList.txt"))) {
-        list.push_back(matching::MakeSearchItem(entry));
-    }
-    std::set<const matching::SearchItem*> everFound;
-    for (const Day friday : SampleFridays()) {
-        for (const Slot slot : AllSlots) {
-            std::size_t found = 0;
-            for (const MeantSong& song : MeantSongs({friday, slot})) {
-                const auto keys = matching::MakeMatchKeys(song.title, song.artist);
-                for (const matching::SearchItem& item : list) {
-                    if (!matching::SongMatchesSearchList(keys, {&item, 1})) continue;
-                    everFound.insert(&item);
-                    ++found;
-                }
-            }
-            EXPECT_GT(found, 0u) << ArchivePath({friday, slot});
-        }
-    }
-    EXPECT_EQ(everFound.size(), list.size());
 }
 
 }  // namespace
