@@ -116,28 +116,23 @@ TEST_F(SettingsTest, OneWindowAtATime) {
     const std::string folder = home_.Path();
     testing::MessageRecorder recorder;
     feedback::Messages messages(recorder);
-    const auto isGranted = [&] { return ClaimWindow(store_, folder, messages).granted; };
     for (const char* record : {"0", "", "12345", "-3", "nonsense", "99999999999999999999"}) {
         store_.values[{"Control", "MainWndHwnd"}] = record;
         EXPECT_FALSE(OpenWindowExists(store_, folder)) << record;
     }
     WindowClaim claim = ClaimWindow(store_, folder, messages);
     ASSERT_TRUE(claim.granted && claim.lock);
+    // Another start in the moment before the record is written, and one after.
+    EXPECT_FALSE(ClaimWindow(store_, folder, messages).granted);
     RecordWindow(store_, claim);
+    EXPECT_FALSE(ClaimWindow(store_, folder, messages).granted);
     EXPECT_TRUE(OpenWindowExists(store_, folder));
-    EXPECT_FALSE(isGranted());
-    store_.values.clear();  // another start in the moment before the record is written
-    EXPECT_FALSE(isGranted());
     EXPECT_EQ(recorder.Said(),
               std::vector<std::string>(
                   2, "Error: Ostrova is already running.\nYou may not run two at once."));
-
-    RecordWindow(store_, claim);
     claim.lock.reset();  // as when the process is killed: the record stays and names nothing
     EXPECT_FALSE(OpenWindowExists(store_, folder));
-    EXPECT_TRUE(isGranted());
-    ForgetWindow(store_);
-    EXPECT_EQ(store_.ReadText("Control", "MainWndHwnd"), "0");
+    EXPECT_TRUE(ClaimWindow(store_, folder, messages).granted);
 }
 
 }  // namespace

@@ -12,7 +12,6 @@
 #include "tests/support/temp_folder.h"
 
 namespace ostrova::platform {
-namespace {
 
 using testing::ChildProcess;
 using testing::FileBytes;
@@ -115,5 +114,4 @@ TEST(IniStore, LosesNothingWhenTwoProcessesWriteAtOnce) {
     }
 }
 
-}  // namespace
 }  // namespace ostrova::platform

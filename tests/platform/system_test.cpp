@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <memory>
 #include <thread>
@@ -22,7 +21,6 @@
 #include "util/text.h"
 
 namespace ostrova::platform {
-namespace {
 
 using testing::ChildProcess;
 using testing::EnvironmentVariable;
@@ -171,22 +169,16 @@ TEST(Process, ReplacesItselfAndKnowsItsFileEvenWhenThatWasReplaced) {
     EXPECT_FALSE(std::filesystem::exists(copy));
 }
 
-/// Kilobytes of memory that this process has mapped in.
-int ResidentMemory() {
-    std::ifstream rollup("/proc/self/smaps_rollup");
-    int kilobytes = 0;
-    for (std::string line; std::getline(rollup, line);) {
-        if (line.starts_with("Rss:")) kilobytes = util::LeadingNumber(line.substr(4));
-    }
-    return kilobytes;
-}
-
 TEST(IdleMemory, IsGivenBackAndNothingIsLost) {
+    const auto resident = [] {  // kilobytes of memory that this process has mapped in
+        const std::string rollup = FileBytes("/proc/self/smaps_rollup");
+        return util::LeadingNumber(std::string_view(rollup).substr(rollup.find("Rss:") + 4));
+    };
     const std::unique_ptr<Clock> clock = std::make_unique<SystemClock>();
     static_cast<void>(clock->Now());
-    const int before = ResidentMemory();
+    const int before = resident();
     ReleaseIdleMemory();
-    EXPECT_LT(ResidentMemory(), before);
+    EXPECT_LT(resident(), before);
     EXPECT_GT(clock->Now(), 0);  // a call through tables that the loader has written
 }
 
@@ -226,5 +218,4 @@ TEST(WindowLock, OneOfTwoThatAskAtOnceGetsIt) {
     }
 }
 
-}  // namespace
 }  // namespace ostrova::platform

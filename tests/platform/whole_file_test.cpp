@@ -13,7 +13,6 @@
 #include "tests/support/temp_folder.h"
 
 namespace ostrova::platform {
-namespace {
 
 using testing::FileBytes;
 using testing::Rows;
@@ -126,5 +125,4 @@ TEST(WholeFile, SweepsOnlyItsOwnOldLeftovers) {
     EXPECT_EQ(folder.Names(), others);
 }
 
-}  // namespace
 }  // namespace ostrova::platform

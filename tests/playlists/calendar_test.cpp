@@ -46,33 +46,6 @@ TEST(Calendar, AWeekendIsCurrentFromFridayAfternoonToSundayNoon) {
     EXPECT_EQ(current("2006-10-29 11:00:00"), "2006-10-27 13:00:00");
 }
 
-TEST(Calendar, ShowsAreFiledAtFixedOffsetsInPlainSeconds) {
-    const TimeZone zone("Europe/Berlin");
-    const Weekend weekend = WeekendAt(At("2006-03-03 12:00:00"));
-    for (const auto& [show, time, name] : Rows<ShowSlot, const char*, const char*>{
-             {ShowSlot::ShowFriday, "2006-03-03 12:00:00", "Friday night"},
-             {ShowSlot::ShowSaturdayMorning, "2006-03-04 06:00:00", "Saturday morning"},
-             {ShowSlot::ShowSaturdayNight, "2006-03-04 12:00:00", "Saturday night"}}) {
-        EXPECT_EQ(TimeOf(weekend.ShowTime(show)), time);
-        EXPECT_EQ(DisplayName(show), name);
-        EXPECT_EQ(IsMorningShow(weekend.ShowTime(show)), show == ShowSlot::ShowSaturdayMorning);
-    }
-}
-
-TEST(Calendar, WaitsForTheSameMinutePastTheHour) {
-    const TimeZone zone("UTC");
-    const auto until = [](const char* now, int weekday, int hour) {
-        return SecondsUntil(At(now), weekday, hour);
-    };
-    const Rows<const char*, int, int, int> cases = {
-        {"2006-03-02 10:59:59", Friday, 13, SecondsPerDay + 3 * SecondsPerHour},
-        {"2006-03-03 12:30:00", Friday, 13, SecondsPerHour},
-        {"2006-03-03 13:00:00", Friday, 13, SecondsPerWeek},
-        {"2006-03-04 13:00:00", Friday, 13, 6 * SecondsPerDay},
-        {"2006-03-04 13:00:00", Sunday, 12, SecondsPerDay - SecondsPerHour}};
-    testing::ExpectEach(until, cases);
-}
-
 TEST(Calendar, FindsTheLastShowOfAYear) {
     const auto last = [](int slot, int year) {
         return TimeOf(LastShowOfYear(slot, year - TmYearBase, At("2006-07-07 12:00:00")));

@@ -97,18 +97,18 @@ TEST_F(TransferFaults, EndEachInItsWay) {
 TEST_F(TransferFaults, GiveBackWhatTheSiteSaid) {
     std::string zeros = demo::FaultPage();
     for (std::size_t i = 6; i < zeros.size(); i += 50) zeros[i] = '\0';
-    for (const auto& [fault, page, retryAfterSeconds] :
-         Rows<std::string_view, std::string, int>{{"slow", demo::FaultPage(), 0},
-                                                  {"longer", demo::FaultPage(), 0},
-                                                  {"nul-page", zeros, 0},
-                                                  {"redirect-chain-10", demo::FaultPage(), 0},
-                                                  {"429", "", 120},
-                                                  {"no-such-fault", "", 0}}) {
+    const auto get = [this](std::string_view fault) {
         const demo::HttpServer server(Playing(fault));
-        std::filesystem::remove(Page());
-        EXPECT_EQ(Get(server.Address() + "/page").retryAfterSeconds, retryAfterSeconds) << fault;
-        EXPECT_EQ(FileBytes(Page()), page) << fault;
+        const TransferResult result = Get(server.Address() + "/page");
+        return FileBytes(Page()) + std::to_string(result.retryAfterSeconds);
+    };
+    for (const char* fault : {"slow", "longer", "redirect-chain-10"}) {
+        EXPECT_EQ(get(fault), demo::FaultPage() + "0") << fault;
     }
+    EXPECT_EQ(get("nul-page"), zeros + "0");
+    std::filesystem::remove(Page());
+    EXPECT_EQ(get("429"), "120");
+    EXPECT_EQ(get("no-such-fault"), "0");
 }
 
 TEST_F(TransferFaults, ARequestThatNeverLeftTheMachineIsKnownAsSuch) {
