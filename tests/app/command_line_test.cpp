@@ -8,7 +8,7 @@ namespace ostrova::app {
 namespace {
 
 /// The options of a line, and what is complained of.
-std::string Options(const char* line) {
+std::string Options(const std::string& line) {
     std::ostringstream errors;
     const CommandLine options = ReadCommandLine(line, errors);
     return std::string(options.backgroundMode ? "A" : "") + (options.openWindowNow ? "W" : "") +
@@ -17,20 +17,11 @@ std::string Options(const char* line) {
 
 // A line begins with a word; only ASCII white space ends one.
 TEST(CommandLine, ReadsLettersUpToTheFirstPlainWord) {
-    const testing::Rows<const char*, const char*> cases = {
-        {"", ""},
-        {"-W", "W"},
-        {"-A  \t-W", "AW"},
-        {"-Auto -Window", "AW"},
-        {"-AW", "A"},
-        {"-A word -W", "A"},
-        {" -A", ""},
-        {"-", ""},
-        {"-a -X -A", "AIllegal option '-a'\nIllegal option '-X'\n"},
-        {"--A", "Illegal option '--'\n"},
-        {"-\xA0-A", "Illegal option '-\xC2\xA0'\n"},
-        {"-\x1B - -A", "AIllegal option '-'\nIllegal option '- '\n"}};
-    testing::ExpectEach(Options, cases);
+    EXPECT_EQ(testing::Each("|-W|-A  \t-W|-Auto -Window|-AW|-A word -W| -A|-", Options),
+              "|W|AW|AW|A|A||");
+    EXPECT_EQ(testing::Each("-a -X -A|--A|-\xA0-A|-\x1B - -A", Options),
+              "AIllegal option '-a'\nIllegal option '-X'\n|Illegal option '--'\n|"
+              "Illegal option '-\xC2\xA0'\n|AIllegal option '-'\nIllegal option '- '\n");
     EXPECT_EQ(JoinWords(std::vector<std::string>{"-A", "-W", "x y"}), "-A -W x y");
 }
 

@@ -23,19 +23,13 @@ std::string Summary(std::string_view text) {
     return summary + "[" + label.caption + "]";
 }
 
+// "/" counts only at the start; behind "#" of all marks only "<" does.
 TEST(ButtonLabel, ReadsMarksInTheirPlacesAndLeavesTheCaption) {
-    const testing::Rows<const char*, const char*> cases = {
-        {"", "[]"},
-        {"-Discard my changes", "cancel [Discard my changes]"},
-        {"/+-!<=yYes\nto all", "row default cancel validated left key=y [Yes\nto all]"},
-        {"\\+\\Go", "default [Go]"},
-        {"/(+Gone", "row omitted []"},
-        {"+/Caption", "default [/Caption]"},    // too late for a row
-        {"#+-!=y<Off", "disabled left [Off]"},  // only "<" still counts
-        {"+#Off", "default disabled [Off]"},
-        {"==a+b", "key== [a+b]"},
-        {"=", "[]"}};
-    testing::ExpectEach(Summary, cases);
+    EXPECT_EQ(testing::Each("|-Discard my changes|/+-!<=yYes\nto all|\\+\\Go|/(+Gone", Summary),
+              "[]|cancel [Discard my changes]|row default cancel validated left key=y [Yes\nto "
+              "all]|default [Go]|row omitted []");
+    EXPECT_EQ(testing::Each("+/Caption|#+-!=y<Off|+#Off|==a+b|=", Summary),
+              "default [/Caption]|disabled left [Off]|default disabled [Off]|key== [a+b]|[]");
 }
 
 }  // namespace

@@ -37,9 +37,9 @@ std::string Each(const std::string& texts, const Function& function) {
     std::istringstream stream(texts + "|");
     for (std::string text; std::getline(stream, text, '|');) {
         const std::optional<std::string> result = function(text);
-        results += (results.empty() ? "" : "|") + result.value_or("(none)");
+        results += "|" + result.value_or("(none)");
     }
-    return results;
+    return results.substr(1);
 }
 
 }  // namespace ostrova::testing

@@ -4,49 +4,45 @@
 
 namespace ostrova::util {
 
-using testing::Rows;
+using testing::Each;
 
 constexpr auto Posix = PathStyle::Posix;
 constexpr auto Windows = PathStyle::Windows;
 
 // Three separators at the start keep two; elsewhere than on Windows a backslash is part of a name.
 TEST(Path, NormalisesSeparators) {
-    const Rows<PathStyle, std::string, std::string> cases = {
-        {Windows, "C:/a//b/\\c/", "C:\\a\\b\\c\\"},
-        {Windows, "\\\\server\\x", "\\\\server\\x"},
-        {Windows, "///a", "\\\\a"},
-        {Posix, "/a//b\\/c/", "/a/b\\/c/"},
-        {Posix, "///a", "//a"},
-        {Posix, "", ""}};
-    for (const auto& [style, written, normal] : cases) {
-        std::string path = written;
-        EXPECT_EQ(NormalisePath(path, style), written != normal) << written;
-        EXPECT_EQ(path, normal);
-    }
+    const auto normal = [](PathStyle style) {
+        return [style](std::string path) {
+            const std::string written = path;
+            const bool hasChanged = NormalisePath(path, style);
+            EXPECT_EQ(hasChanged, path != written) << written;
+            return path;
+        };
+    };
+    EXPECT_EQ(Each("C:/a//b/\\c/|\\\\server\\x|///a", normal(Windows)),
+              "C:\\a\\b\\c\\|\\\\server\\x|\\\\a");
+    EXPECT_EQ(Each("/a//b\\/c/|///a|", normal(Posix)), "/a/b\\/c/|//a|");
 }
 
 TEST(Path, SplitsOffTheFileName) {
-    const Rows<PathStyle, std::string, std::string> cases = {{Windows, "C:", "file.txt"},
-                                                             {Windows, "a\\b/", "c"},
-                                                             {Windows, "a\\", ""},
-                                                             {Posix, "", "a:b"},
-                                                             {Posix, "/a/", "b"}};
-    for (const auto& [style, folder, name] : cases) {
-        EXPECT_EQ(FileNamePart(folder + name, style), name);
-        EXPECT_EQ(FolderPart(folder + name, style), folder);
-    }
+    const auto split = [](PathStyle style) {
+        return [style](const std::string& path) {
+            return std::string(FolderPart(path, style))
+                .append(" ")
+                .append(FileNamePart(path, style));
+        };
+    };
+    EXPECT_EQ(Each("C:file.txt|a\\b/c|a\\", split(Windows)), "C: file.txt|a\\b/ c|a\\ ");
+    EXPECT_EQ(Each("a:b|/a/b", split(Posix)), " a:b|/a/ b");
 }
 
 TEST(Path, StripsTrailingSeparatorsButKeepsARootWhenAsked) {
-    const Rows<std::string_view, DriveRoot, PathStyle, std::string_view> cases = {
-        {"C:\\\\", DriveRoot::Kept, Windows, "C:\\"},
-        {"C:\\\\", DriveRoot::Stripped, Windows, "C:"},
-        {"C:", DriveRoot::Kept, Windows, "C:"},
-        {"C:\\a\\/", DriveRoot::Kept, Windows, "C:\\a"},
-        {"//", DriveRoot::Kept, Posix, "/"},
-        {"/a//", DriveRoot::Kept, Posix, "/a"},
-        {"", DriveRoot::Kept, Posix, ""}};
-    testing::ExpectEach(StripTrailingSeparators, cases);
+    const auto strip = [](PathStyle style, DriveRoot root = DriveRoot::Kept) {
+        return [=](const std::string& path) { return StripTrailingSeparators(path, root, style); };
+    };
+    EXPECT_EQ(Each("C:\\\\|C:|C:\\a\\/", strip(Windows)), "C:\\|C:|C:\\a");
+    EXPECT_EQ(Each("C:\\\\", strip(Windows, DriveRoot::Stripped)), "C:");
+    EXPECT_EQ(Each("//|/a//|", strip(Posix)), "/|/a|");
 }
 
 }  // namespace ostrova::util
