@@ -39,6 +39,8 @@ TEST_F(WeekendTest, TellsTheCurrentWeekend) {
                    "'address':'http://site.test/vantra/playlist/archive/2006/20060304.htm'},"
                    "{'slot':'saturdayNight','time':1141473600,'cacheName':'20060304.htm',"
                    "'address':'http://site.test/vantra/playlist/archive/2006/20060304.htm'}]}\n"));
+    EXPECT_THAT(Out({"weekend", "--at", "2006-03-03 12:59:59", "--json"}),
+                HasSubstr("{\"anchor\":1140782400"));
     EXPECT_THAT(Out({"weekend"}), HasSubstr("20060310.htm"));  // now
     // Offline, an address comes from the cached index, or from no index at all.
     folder_.Write("Cache/lists2008.htm", " <a href=\"http://x.test/7\"> night 7 Mar\n");
