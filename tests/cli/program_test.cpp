@@ -62,7 +62,9 @@ TEST_F(ProgramTest, RefusesWhatItDoesNotUnderstand) {
              {"search --data-folder /nowhere --title x", "/nowhere"},
              {"results --site-host file:///", "--site-host"}}) {
         std::istringstream words(arguments);
-        ExpectTrouble({std::istream_iterator<std::string>(words), {}}, message);
+        const Words call{std::istream_iterator<std::string>(words), {}};
+        ExpectTrouble(call, message);
+        EXPECT_EQ(Out(call), "");
     }
     ExpectTrouble({"weekend", "--at", "2026-02-28 24:00:00"}, "no moment");
     ExpectTrouble({"weekend", "--at", "2026-02-30 12:00:00"}, "no moment");
