@@ -129,7 +129,7 @@ TEST(BackgroundLoop, EveryFridayOfAYearAtOneOClockInEveryZone) {
         for (int week = 0; week < 52; ++week) {  // noon is the same day when the clock is changed
             const std::string friday =
                 DateOf(At("2027-01-08 12:00:00") + week * playlists::SecondsPerWeek);
-            expected += friday + " 13:00:00 " + friday + " open,";
+            expected.append(friday).append(" 13:00:00 ").append(friday).append(" open,");
         }
         EXPECT_EQ(World("2027-01-06 10:20:30").RunUntil("2028-01-01 00:00:00"), expected) << name;
     }

@@ -14,7 +14,7 @@ std::string Keys(const std::string& texts) {
     const auto makeKeyOf = [](TextKind kind) {
         return [kind](const std::string& text) { return MakeMatchKey(text, kind); };
     };
-    const std::string keys = testing::Each(texts, makeKeyOf(TextKind::Title));
+    std::string keys = testing::Each(texts, makeKeyOf(TextKind::Title));
     EXPECT_EQ(testing::Each(texts, makeKeyOf(TextKind::Artist)), keys);
     return keys;
 }

@@ -31,7 +31,7 @@ TEST(KeysMatch, AnArtistMatchesTheArtistsOfACredit) {
              {"AnBn", "Bn|B", "yes|no"},
              {"AnnBnC", "nB|B", "yes|no"},  // the byte after a joiner is no joiner
              {"n", "", "yes"}}) {           // no key: finds everything
-        const auto isFound = [&](const Key& artist) {
+        const auto isFound = [&credit = credit](const Key& artist) {
             return KeysMatch(artist, credit, Strictness::Lenient) ? "yes" : "no";
         };
         EXPECT_EQ(testing::Each(artists, isFound), found) << credit;

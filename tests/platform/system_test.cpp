@@ -1,6 +1,7 @@
 // Clock, folders, processes and the record of the open window.
 
 #include <fcntl.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>

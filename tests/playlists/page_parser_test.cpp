@@ -205,7 +205,7 @@ TEST(Pages, AreReadInPiecesOf511Characters) {
          {"xxx" + x500 + "<td>S - A\n", ""},
          {"<td>" + x490 + " - A - universal\n", "~724|" + x490 + " - A|universal"},
          {"<td>x" + x490 + " - A - universal\n", "~724|x" + x490 + "|A|universal"},
-         {{"<td>S - A\0B\r\n<td>T - B\r\n", 25}, "~724|S|A; ~727|T|B"},
+         {{"<td>S - A\0B\r\n<td>T - B\r\n", 24}, "~724|S|A; ~727|T|B"},
          {"<div>\r\n" + x490.substr(106) + std::string("y\0\0", 3) + "\n<strong>A</strong><em>S",
           "~724|S|A"}});
 }

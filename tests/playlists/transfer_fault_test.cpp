@@ -142,7 +142,7 @@ TEST_F(TransferFaults, AConnectionThatIsNeverTakenEndsInTime) {
     ASSERT_EQ(::bind(sockets[0], generic, length), 0);
     ASSERT_EQ(::listen(sockets[0], 0), 0);
     ASSERT_EQ(::getsockname(sockets[0], generic, &length), 0);
-    for (int i = 1; i < 5; ++i) ::connect(sockets[i], generic, length);
+    for (int i = 1; i < 5; ++i) static_cast<void>(::connect(sockets[i], generic, length));
     EXPECT_FALSE(Get("http://127.0.0.1:" + std::to_string(ntohs(address.sin_port))).reachedNetwork);
     EXPECT_EQ(TakeDetails(), Strings{"InternetOpenUrl: Timeout was reached"});
     for (const int each : sockets) ::close(each);
