@@ -21,25 +21,15 @@ using testing::TempFolder;
 
 class FrontDoorTest : public ::testing::Test {
 protected:
-    FrontDoorTest()
-        : maker_([this](const demo::ServerRequest&, demo::Connection& connection) {
-              asked_ = true;
-              return demo::SendAnswer(connection, 200, "1.9\n", "text/plain");
-          }),
-          home_("HOME", folder_.Path()),
-          data_("XDG_DATA_HOME", std::nullopt),
-          configuration_("XDG_CONFIG_HOME", std::nullopt),
-          runtime_("XDG_RUNTIME_DIR", folder_.Path("run")),
-          siteHost_("OSTROVA_SITE_HOST", "http://127.0.0.1:9"),
-          makerHost_("OSTROVA_MAKER_HOST", maker_.Address()) {
-        // A copy that stands alone, so that no window program lies beside it.
+    FrontDoorTest() {
         std::filesystem::create_directory(folder_.Path("run"));
         std::filesystem::permissions(folder_.Path("run"), std::filesystem::perms::owner_all);
         std::filesystem::copy_file(OSTROVA_PROGRAM, program_);
     }
 
-    /// Becomes the program, its two streams files of the folder.
+    /// Becomes the program, its two streams files of the folder, no signal ignored.
     void Run(const std::vector<std::string>& arguments) const {
+        for (const int number : Signals) std::signal(number, SIG_DFL);
         testing::SendStream(1, folder_.Path("out"));
         testing::SendStream(2, folder_.Path("err"));
         testing::BecomeProgram(program_, arguments);
@@ -51,29 +41,34 @@ protected:
         return FileBytes(folder_.Path(stream));
     }
 
+    static constexpr int Signals[] = {SIGTERM, SIGINT, SIGHUP};
+
     TempFolder folder_;
+    // A copy that stands alone, so that no window program lies beside it.
     std::string program_ = folder_.Path("ostrova");
     std::atomic<bool> asked_ = false;
-    demo::HttpServer maker_;
-    EnvironmentVariable home_, data_, configuration_, runtime_, siteHost_, makerHost_;
+    demo::HttpServer maker_{[this](const demo::ServerRequest&, demo::Connection& connection) {
+        asked_ = true;
+        return demo::SendAnswer(connection, 200, "1.9\n", "text/plain");
+    }};
+    EnvironmentVariable home_{"HOME", folder_.Path()};
+    EnvironmentVariable data_{"XDG_DATA_HOME", std::nullopt};
+    EnvironmentVariable configuration_{"XDG_CONFIG_HOME", std::nullopt};
+    EnvironmentVariable runtime_{"XDG_RUNTIME_DIR", folder_.Path("run")};
+    EnvironmentVariable siteHost_{"OSTROVA_SITE_HOST", "http://127.0.0.1:9"};
+    EnvironmentVariable makerHost_{"OSTROVA_MAKER_HOST", maker_.Address()};
 };
 
-TEST_F(FrontDoorTest, AnswersWhatEveryProgramIsAsked) {
+TEST_F(FrontDoorTest, AnswersOrSaysWhyItOpensNoWindow) {
     EXPECT_EQ(StatusOf({"--version"}), 0);
     EXPECT_EQ(Said("out"), "ostrova 1.9\n");
     EXPECT_EQ(StatusOf({"-A", "--help"}), 0);
     EXPECT_TRUE(Said("out").starts_with("Usage: ostrova [-A [-W]]\n"));
-}
-
-TEST_F(FrontDoorTest, SaysWhyItOpensNoWindow) {
     EXPECT_EQ(StatusOf({"-X"}), 2);
-    EXPECT_TRUE(Said("err").starts_with("Illegal option '-X'\nostrova: ostrova-window is not "))
-        << Said("err");
+    EXPECT_TRUE(Said("err").starts_with("Illegal option '-X'\nostrova: ostrova-window is not "));
     const EnvironmentVariable host("OSTROVA_MAKER_HOST", "file:///etc");
     EXPECT_EQ(StatusOf({"-A"}), 2);
-    EXPECT_EQ(Said("err"),
-              "ostrova: OSTROVA_MAKER_HOST must be http://host or https://host of at most 53 "
-              "characters, not 'file:///etc'\n");
+    EXPECT_TRUE(Said("err").starts_with("ostrova: OSTROVA_MAKER_HOST must be http://host or "));
 }
 
 TEST_F(FrontDoorTest, HandsItsWordsToTheWindowBesideIt) {
@@ -84,7 +79,7 @@ TEST_F(FrontDoorTest, HandsItsWordsToTheWindowBesideIt) {
 }
 
 TEST_F(FrontDoorTest, WaitsInTheBackgroundUntilASignalEndsIt) {
-    for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
+    for (const int number : Signals) {
         asked_ = false;
         ChildProcess background([&] { Run({"-A"}); });
         // The check for upgrades is due at the first start: by then everything is set up.

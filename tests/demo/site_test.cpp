@@ -55,38 +55,32 @@ TEST(DemoSite, ServesEveryShowTheSameAgainAndPrintsTheLatest) {
 }
 
 TEST(DemoSite, HasNothingOfTheFutureNorOfBeforeTheFirstShow) {
-    const auto archived = [](const std::string& page) {
-        return "/vantra/playlist/archive/" + page;
-    };
-    const char* const now = "2026-03-06 18:00:00";
+    const std::string archive = "/vantra/playlist/archive/";
     for (const auto& [target, moment, delay, there] :
          testing::Rows<std::string, const char*, int, bool>{
-             {archived("2026/20260306.htm"), "2026-03-06 12:59:59", 0, false},
-             {archived("2026/20260306.htm"), "2026-03-06 13:00:00", 0, true},
-             {archived("2026/20260306.htm"), "2026-03-06 13:19:59", 20, false},
-             {archived("2026/20260306.htm"), "2026-03-06 13:20:00", 20, true},
-             {archived("2026/20260307am.htm"), "2026-03-06 13:00:00", 0, true},
-             {archived("2026/20260313.htm"), now, 0, false},
-             {archived("1998/19980102.htm"), "1998-01-02 13:00:00", 0, true},
-             {archived("1997/19971226.htm"), now, 0, false},
-             {archived("2026/20260305.htm"), now, 0, false},  // a Thursday
-             {archived("2025/20260306.htm"), now, 0, false},  // another folder
-             {archived("2006/20060304am.htm"), now, 0, false},
-             {archived("2026/20260299.htm"), now, 0, false},
-             {"/vantra/playlist/?year=2006", now, 0, false},
-             {"/vantra/playlist/?year=2007", now, 0, true},
-             {"/vantra/playlist/?year=2027", now, 0, false},
-             {"/vantra/guest/archive/1998.htm", now, 0, true},
-             {"/vantra/guest/1999/default.htm", now, 0, true},
-             {"/vantra/guest/?year=2026.htm", now, 0, true},
-             {"/vantra/guest/?year=2027.htm", now, 0, false},
-             {"/vantra/guest/default.htm", now, 0, true},
-             {"/vantra/guest/2003/guest12.htm", now, 0, true},
-             {"/Ostrova/Download.php", now, 0, true},
-             {"/", "1997-01-01 00:00:00", 0, false},
-         }) {
+             {archive + "2026/20260306.htm", "2026-03-06 12:59:59", 0, false},
+             {archive + "2026/20260306.htm", "2026-03-06 13:19:59", 20, false},
+             {archive + "2026/20260306.htm", "2026-03-06 13:20:00", 20, true},
+             {archive + "2026/20260307am.htm", "2026-03-06 13:00:00", 0, true},
+             {archive + "1998/19980102.htm", "1998-01-02 13:00:00", 0, true},
+             {"/", "1997-01-01 00:00:00", 0, false}}) {
         EXPECT_EQ(Get(target, At(moment), {.releaseDelayMinutes = delay}).has_value(), there)
             << target << " at " << moment << " with a delay of " << delay;
+    }
+    // The next weekend, a year before all, a Thursday, another folder, an older year's morning.
+    for (const char* page : {"2026/20260313.htm", "1997/19971226.htm", "2026/20260305.htm",
+                             "2025/20260306.htm", "2006/20060304am.htm", "2026/20260299.htm"}) {
+        EXPECT_FALSE(Get(archive + page)) << page;
+    }
+    for (const char* target : {"/vantra/playlist/?year=2006", "/vantra/playlist/?year=2027",
+                               "/vantra/guest/?year=2027.htm"}) {
+        EXPECT_FALSE(Get(target)) << target;
+    }
+    for (const char* target :
+         {"/vantra/playlist/?year=2007", "/vantra/guest/archive/1998.htm",
+          "/vantra/guest/1999/default.htm", "/vantra/guest/?year=2026.htm",
+          "/vantra/guest/default.htm", "/vantra/guest/2003/guest12.htm", "/Ostrova/Download.php"}) {
+        EXPECT_TRUE(Get(target)) << target;
     }
 }
 
@@ -101,23 +95,22 @@ TEST(DemoSite, KeepsTheGuestOfTheWeekendForItsOwnPage) {
     EXPECT_THAT(*Get("/vantra/guest/default.htm", evening), HasSubstr(date));
 }
 
-TEST(DemoSite, NamesTheVersionAndLosesThePagesThatItIsTold) {
+TEST(DemoSite, AnswersWithLinksToWhereItWasFoundAndAsItIsTold) {
     const SiteOptions options{.latestVersion = "1.10", .missing = {"/vantra/guest/default.htm"}};
     EXPECT_TRUE(Get("/Ostrova/LatestVersion.txt", Friday2026(), options)->starts_with("1.10\n"));
     EXPECT_FALSE(Get("/vantra/guest/default.htm", Friday2026(), options));
-}
 
-TEST(DemoSite, AnswersWithLinksToWhereItWasFound) {
     const testing::EnvironmentVariable noProxy("http_proxy", std::nullopt);
     const HttpServer server(SiteHandler({.now = Friday2026}));
-    const auto client = platform::MakeHttpClient();
     std::string body;
+    const platform::HttpEvents events{.onBody = [&](std::string_view bytes) {
+        body += bytes;
+        return true;
+    }};
     const auto statusOf = [&](const std::string& target) {
-        const platform::HttpEvents events{.onBody = [&](std::string_view bytes) {
-            body += bytes;
-            return true;
-        }};
-        return client->Perform({.url = server.Address() + target}, events).status;
+        return platform::MakeHttpClient()
+            ->Perform({.url = server.Address() + target}, events)
+            .status;
     };
     EXPECT_EQ(statusOf("/nowhere"), 404);
     EXPECT_EQ(statusOf("/vantra/playlist/?year=2026"), 200);

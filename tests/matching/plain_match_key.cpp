@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <utility>
 
 #include "util/ascii.h"
@@ -11,9 +10,7 @@
 namespace ostrova::testing {
 namespace {
 
-using matching::TextKind;
-
-// "<" and ">": the match begins, ends a word. "[" and "]": for titles, for artists only.
+// "<" and ">": the match begins, ends a word.
 constexpr std::pair<std::string_view, std::string_view> Table[] = {
     {"<ONE>", "1"},       {"<TWO>", "2"},        {"<TO>", "2"},        {"<TOO>", "2"},
     {"<THREE>", "3"},     {"<FOUR>", "4"},       {"<FOR>", "4"},       {"<FIVE>", "5"},
@@ -31,34 +28,25 @@ constexpr std::pair<std::string_view, std::string_view> Table[] = {
 
 /// How many bytes at `read` the row with this pattern takes; nothing when it does not apply.
 std::optional<std::size_t> MatchRow(const std::string& buffer, std::size_t read,
-                                    std::string_view pattern, std::string_view replacement,
-                                    TextKind kind) {
-    if (pattern[0] == '[' || pattern[0] == ']') {
-        if ((pattern[0] == '[') != (kind == TextKind::Title)) return std::nullopt;
-        pattern.remove_prefix(1);
-    }
+                                    std::string_view pattern, std::string_view replacement) {
     const bool atStart = pattern.starts_with('<');
-    if (atStart) pattern.remove_prefix(1);
     const bool atEnd = pattern.ends_with('>');
-    if (atEnd) pattern.remove_suffix(1);
+    pattern = pattern.substr(atStart, pattern.size() - atStart - atEnd);
     const std::size_t end = read + pattern.size();
-    if (std::strncmp(buffer.c_str() + read, pattern.data(), pattern.size()) != 0) {
-        return std::nullopt;
-    }
+    if (buffer.compare(read, pattern.size(), pattern) != 0) return std::nullopt;
     if (atStart && read > 0 && util::IsAsciiLetter(buffer[read - 1])) return std::nullopt;
     if (atEnd && util::IsAsciiLetter(buffer.c_str()[end])) return std::nullopt;
-    if (util::IsBlank(replacement) && util::IsBlank(std::string_view(buffer).substr(end)))
-        return std::nullopt;
+    if (replacement.empty() && util::IsBlank(buffer.substr(end))) return std::nullopt;
     return pattern.size();
 }
 
-void Substitute(std::string& buffer, TextKind kind) {
+void Substitute(std::string& buffer) {
     std::size_t read = 0;
     std::size_t write = 0;
     while (read < buffer.size()) {
         bool applied = false;
         for (const auto& [pattern, replacement] : Table) {
-            const auto taken = MatchRow(buffer, read, pattern, replacement, kind);
+            const auto taken = MatchRow(buffer, read, pattern, replacement);
             if (!taken) continue;
             for (const char c : replacement) buffer[write++] = c;
             read += *taken;
@@ -72,11 +60,11 @@ void Substitute(std::string& buffer, TextKind kind) {
 
 }  // namespace
 
-std::optional<std::string> PlainMatchKey(std::string_view text, TextKind kind) {
+std::optional<std::string> PlainMatchKey(std::string_view text, matching::TextKind /*kind*/) {
     text = text.substr(0, text.find('\0'));
     if (util::IsBlank(text)) return std::nullopt;
     std::string buffer = matching::FoldLetters(text);
-    Substitute(buffer, kind);
+    Substitute(buffer);
     const auto counts = [](char c) { return util::IsAsciiLetter(c) || util::IsAsciiDigit(c); };
     const bool hasAny = std::any_of(buffer.begin(), buffer.end(), counts);
     std::erase_if(buffer, [&](char c) { return hasAny ? !counts(c) : util::IsAsciiSpace(c); });

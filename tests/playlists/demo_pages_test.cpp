@@ -12,14 +12,11 @@
 #include "demo/page_text.h"
 #include "demo/programme_dates.h"
 #include "demo/show_page.h"
-#include "matching/matching.h"
-#include "matching/search_list.h"
 #include "playlists/guest_reader.h"
 #include "playlists/page_parser.h"
 #include "playlists/song.h"
 #include "playlists/year_index.h"
 #include "tests/support/moments.h"
-#include "tests/support/temp_folder.h"
 #include "util/line_reader.h"
 #include "util/text.h"
 
@@ -44,6 +41,11 @@ constexpr int LastYear = 2027;
 
 util::EpochSeconds Noon(Day day) {
     return testing::At(FormatDay("%Y-%m-%d 12:00:00", day));
+}
+
+std::string InTextMode(std::string page) {
+    util::ToTextMode(page);
+    return page;
 }
 
 // One weekend of every month, another one each time, and the weekend of the bare hyphens.
@@ -80,43 +82,33 @@ TEST(DemoPages, AreReadAsTheyAreMeant) {
     }
 }
 
-MeantGuest ReadGuest(const playlists::GuestInfo& info) {
-    MeantGuest guest{info.text, info.link, info.bothNights};
-    if (guest.text) guest.text = util::ReplaceAll(*guest.text, "&&", "&");
-    return guest;
+MeantGuest Meant(const playlists::GuestInfo& info) {
+    return {info.text, info.link, info.bothNights};
 }
 
-TEST(DemoPages, NameTheGuestOfEveryWeekend) {
+TEST(DemoPages, NameTheGuestOfEveryWeekendAndOfTheCurrentOne) {
     for (int year = YearOf(FirstFriday); year <= LastYear; ++year) {
-        std::string page = MakeGuestYearPage(year, LastFriday, Host);
-        util::ToTextMode(page);
+        const std::string page = InTextMode(MakeGuestYearPage(year, LastFriday, Host));
         for (const Show& show : ShowsOf(year, LastFriday)) {
             if (show.slot != Slot::SaturdayNight) continue;
-            SCOPED_TRACE(ArchivePath(show));
-            const playlists::GuestInfo info =
-                playlists::ReadGuestYearPage(page, Host + GuestYearPath(year), Noon(show.Date()));
-            EXPECT_EQ(ReadGuest(info), MeantGuestOf(show.friday, GuestPageKind::Year, Host));
+            MeantGuest guest = Meant(
+                playlists::ReadGuestYearPage(page, Host + GuestYearPath(year), Noon(show.Date())));
+            if (guest.text) guest.text = util::ReplaceAll(*guest.text, "&&", "&");
+            EXPECT_EQ(guest, MeantGuestOf(show.friday, GuestPageKind::Year, Host))
+                << ArchivePath(show);
         }
     }
-}
-
-TEST(DemoPages, NameTheGuestOfTheCurrentWeekend) {
     for (const Day friday : SampleFridays()) {
-        SCOPED_TRACE(FormatDay("%Y%m%d", friday));
-        std::string page = MakeCurrentGuestPage(friday, Host);
-        util::ToTextMode(page);
-        const playlists::GuestInfo info =
-            playlists::ReadCurrentGuestPage(page, std::string(Host) + "/vantra/guest/default.htm",
-                                            Noon(friday + std::chrono::days(1)));
-        EXPECT_EQ((MeantGuest{info.text, info.link, info.bothNights}),
-                  MeantGuestOf(friday, GuestPageKind::Current, Host));
+        const playlists::GuestInfo info = playlists::ReadCurrentGuestPage(
+            InTextMode(MakeCurrentGuestPage(friday, Host)),
+            std::string(Host) + "/vantra/guest/default.htm", Noon(friday + std::chrono::days(1)));
+        EXPECT_EQ(Meant(info), MeantGuestOf(friday, GuestPageKind::Current, Host));
     }
 }
 
 TEST(DemoPages, AreAllFoundInTheirYearsIndex) {
     for (int year = FirstIndexYear; year <= LastYear; ++year) {
-        std::string page = MakeYearIndex(year, LastFriday, Host);
-        util::ToTextMode(page);
+        const std::string page = InTextMode(MakeYearIndex(year, LastFriday, Host));
         for (const Show& show : ShowsOf(year, LastFriday)) {
             // The hour tells a morning show from a night show.
             const int hours = show.slot == Slot::SaturdayMorning ? -6 : 0;
@@ -124,29 +116,6 @@ TEST(DemoPages, AreAllFoundInTheirYearsIndex) {
                       Host + ArchivePath(show));
         }
     }
-}
-
-TEST(DemoPages, HoldSomethingForTheSampleSearchListInEveryShow) {
-    std::vector<matching::SearchItem> list;
-    for (const matching::SearchEntry& entry : matching::ReadSearchEntries(
-             testing::FileBytes(OSTROVA_DEMO_DATA "/SampleSearchList.txt"))) {
-        list.push_back(matching::MakeSearchItem(entry));
-    }
-    std::vector<bool> everFound(list.size());
-    for (const Day friday : SampleFridays()) {
-        for (const Slot slot : AllSlots) {
-            bool found = false;
-            for (const MeantSong& song : MeantSongs({friday, slot})) {
-                const auto keys = matching::MakeMatchKeys(song.title, song.artist);
-                for (std::size_t i = 0; i < list.size(); ++i) {
-                    if (!matching::SongMatchesSearchList(keys, {&list[i], 1})) continue;
-                    found = everFound[i] = true;
-                }
-            }
-            EXPECT_TRUE(found) << ArchivePath({friday, slot});
-        }
-    }
-    EXPECT_THAT(everFound, ::testing::Each(true));
 }
 
 }  // namespace

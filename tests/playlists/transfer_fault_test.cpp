@@ -97,22 +97,18 @@ TEST_F(TransferFaults, EndEachInItsWay) {
 TEST_F(TransferFaults, GiveBackWhatTheSiteSaid) {
     std::string zeros = demo::FaultPage();
     for (std::size_t i = 6; i < zeros.size(); i += 50) zeros[i] = '\0';
-    for (const auto& [fault, page, retryAfterSeconds] : Rows<std::string_view, std::string, int>{
-             {"slow", demo::FaultPage(), 0},
-             {"longer", demo::FaultPage(), 0},
-             {"nul-page", zeros, 0},
-             {"redirect-chain-10", demo::FaultPage(), 0},
-             {"429", "", 120},
-             {"503", "", 3600},
-             {"500", "", 0},
-             {"no-such-fault", "", 0},
-         }) {
-        SCOPED_TRACE(fault);
+    const auto get = [this](std::string_view fault) {
         const demo::HttpServer server(Playing(fault));
-        std::filesystem::remove(Page());
-        EXPECT_EQ(Get(server.Address() + "/page").retryAfterSeconds, retryAfterSeconds);
-        EXPECT_EQ(FileBytes(Page()), page);
+        const TransferResult result = Get(server.Address() + "/page");
+        return FileBytes(Page()) + std::to_string(result.retryAfterSeconds);
+    };
+    for (const char* fault : {"slow", "longer", "redirect-chain-10"}) {
+        EXPECT_EQ(get(fault), demo::FaultPage() + "0") << fault;
     }
+    EXPECT_EQ(get("nul-page"), zeros + "0");
+    std::filesystem::remove(Page());
+    EXPECT_EQ(get("429"), "120");
+    EXPECT_EQ(get("no-such-fault"), "0");
 }
 
 TEST_F(TransferFaults, ARequestThatNeverLeftTheMachineIsKnownAsSuch) {
@@ -121,43 +117,35 @@ TEST_F(TransferFaults, ARequestThatNeverLeftTheMachineIsKnownAsSuch) {
     for (const auto& [url, detail] : Rows<std::string, std::string>{
              {refused, "Couldn't connect to server"},
              {"http://no-such-host.invalid/", "Couldn't resolve host name"},
-             {"ftp://127.0.0.1/", "Unsupported protocol"},
              {"file:///etc/passwd", "Unsupported protocol"},
              {"/etc/passwd", "Unsupported protocol"},
              {"", "Unsupported protocol"},
-             {"http://", "URL using bad/illegal format or missing URL"},
-             {"http://a b:x/", "URL using bad/illegal format or missing URL"},
-         }) {
-        SCOPED_TRACE(url);
+             {"http://a b:x/", "URL using bad/illegal format or missing URL"}}) {
         const TransferResult result = Get(url);
-        EXPECT_EQ(result.status, TransferStatus::NoConnection);
-        EXPECT_FALSE(result.reachedNetwork);
+        EXPECT_EQ(result.status, TransferStatus::NoConnection) << url;
+        EXPECT_FALSE(result.reachedNetwork) << url;
         EXPECT_EQ(TakeDetails(), Strings{"InternetOpenUrl: " + detail});
     }
 }
 
 TEST_F(TransferFaults, AConnectionThatIsNeverTakenEndsInTime) {
     // A listener whose queue is full: the next client hears nothing at all.
-    const int listener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    int sockets[5];
+    for (int& each : sockets) {
+        each = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    }
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     socklen_t length = sizeof address;
     auto* const generic = reinterpret_cast<sockaddr*>(&address);
-    ASSERT_EQ(::bind(listener, generic, sizeof address), 0);
-    ASSERT_EQ(::listen(listener, 0), 0);
-    ASSERT_EQ(::getsockname(listener, generic, &length), 0);
-    int fillers[4];
-    for (int& filler : fillers) {
-        filler = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-        ::connect(filler, generic, sizeof address);
-    }
-    const TransferResult result =
-        Get("http://127.0.0.1:" + std::to_string(ntohs(address.sin_port)));
-    EXPECT_FALSE(result.reachedNetwork);
+    ASSERT_EQ(::bind(sockets[0], generic, length), 0);
+    ASSERT_EQ(::listen(sockets[0], 0), 0);
+    ASSERT_EQ(::getsockname(sockets[0], generic, &length), 0);
+    for (int i = 1; i < 5; ++i) static_cast<void>(::connect(sockets[i], generic, length));
+    EXPECT_FALSE(Get("http://127.0.0.1:" + std::to_string(ntohs(address.sin_port))).reachedNetwork);
     EXPECT_EQ(TakeDetails(), Strings{"InternetOpenUrl: Timeout was reached"});
-    for (const int filler : fillers) ::close(filler);
-    ::close(listener);
+    for (const int each : sockets) ::close(each);
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include "playlists/transfer.h"
 
-#include <sys/stat.h>
-
 #include <filesystem>
 
 #include "platform/clock.h"
@@ -18,7 +16,7 @@ namespace {
 using testing::ChildProcess;
 using testing::EnvironmentVariable;
 using testing::FileBytes;
-using testing::TempFolder;
+using ::testing::HasSubstr;
 
 bool ServePage(const demo::ServerRequest& request, demo::Connection& connection) {
     return demo::SendAnswer(connection, 200, "page " + request.target);
@@ -28,29 +26,23 @@ TEST_F(TransferTest, AsksOverOneConnectionAndForNothingFromACache) {
     std::string headers;
     demo::HttpServer server([&](const demo::ServerRequest& request, demo::Connection& connection) {
         headers = request.headers;
-        return request.target == "/lost" ? demo::SendAnswer(connection, 404, "not here")
-                                         : ServePage(request, connection);
+        if (request.target == "/lost") return demo::SendAnswer(connection, 404, "not here");
+        return ServePage(request, connection) && request.target != "/close";
     });
     EXPECT_TRUE(Get(server.Address() + "/a?year=2008").Ok());
     EXPECT_EQ(Get(server.Address() + "/lost").httpStatus, 404);
-    EXPECT_TRUE(Get(server.Address() + "/with blank").Ok());
-    EXPECT_EQ(FileBytes(Page()), "page /with%20blank");
-    EXPECT_EQ(server.Requests(), (Strings{"/a?year=2008", "/lost", "/with%20blank"}));
+    EXPECT_TRUE(Get(server.Address() + "/close").Ok());
     EXPECT_EQ(server.Connections(), 1);
+    EXPECT_EQ(TakeDetails().size(), 1u);
+    EXPECT_TRUE(Get(server.Address() + "/with blank").Ok());  // silently over a new one
+    EXPECT_EQ(FileBytes(Page()), "page /with%20blank");
+    EXPECT_EQ(server.Requests(), (Strings{"/a?year=2008", "/lost", "/close", "/with%20blank"}));
+    EXPECT_EQ(recorder_.Said(), Strings());
     for (const char* line : {"\r\nUser-Agent: Ostrova", "\r\nPragma: no-cache",
                              "\r\nCache-Control: no-cache", "\r\nAccept: */*"}) {
-        EXPECT_THAT(headers, ::testing::HasSubstr(line));
+        EXPECT_THAT(headers, HasSubstr(line));
     }
-    EXPECT_THAT(headers, ::testing::Not(::testing::HasSubstr("Encoding")));
-}
-
-TEST_F(TransferTest, ConnectsAgainSilentlyWhenAKeptConnectionWasClosed) {
-    demo::HttpServer server([&](const demo::ServerRequest& request, demo::Connection& connection) {
-        ServePage(request, connection);
-        return false;
-    });
-    for (int i = 0; i < 3; ++i) EXPECT_TRUE(Get(server.Address() + "/page").Ok());
-    EXPECT_EQ(recorder_.Said(), Strings());
+    EXPECT_THAT(headers, ::testing::Not(HasSubstr("Encoding")));
 }
 
 TEST_F(TransferTest, GoesThroughTheProxyAndNamesNoPassword) {
@@ -70,52 +62,30 @@ TEST_F(TransferTest, GoesThroughTheProxyAndNamesNoPassword) {
 TEST_F(TransferTest, SaysWhatCannotBeWrittenAndLeavesItAlone) {
     const demo::HttpServer server(ServePage);
     std::filesystem::create_directory(Page());
-    ::mkfifo(folder_.Path("pipe").c_str(), 0600);
-    folder_.Write("Cache", "a file");
-    for (const char* name : {"page", "pipe", "Cache/20060303.htm", "missing/20060303.htm"}) {
-        SCOPED_TRACE(name);
-        const std::string path = folder_.Path(name);
-        Download download = Wanted(server.Address());
-        download.localPath = path;
-        EXPECT_EQ(DownloadToFile(tools_, download).status, TransferStatus::CannotWrite);
-        EXPECT_EQ(TakeDetails(), Strings{"Couldn't open " + path + " for writing"});
-        EXPECT_FALSE(FetchPage(tools_, path, "http://127.0.0.1:1/", {.force = true}));
-    }
-    EXPECT_EQ(folder_.Names(), (std::set<std::string>{"page", "pipe", "Cache"}));
-}
-
-TEST_F(TransferTest, AFullDiskLeavesYesterdaysPage) {
-    const demo::HttpServer server(Always(std::string(9000, 'x')));
-    folder_.Write("page", "of yesterday");
-    EXPECT_TRUE(testing::HoldsWithin(RLIMIT_FSIZE, 4096, [&] {
-        return Get(server.Address()).status == TransferStatus::CannotWrite;
-    }));
-    EXPECT_EQ(FileBytes(Page()), "of yesterday");
+    EXPECT_EQ(Get(server.Address()).status, TransferStatus::CannotWrite);
+    EXPECT_EQ(TakeDetails(), Strings{"Couldn't open " + Page() + " for writing"});
     EXPECT_EQ(folder_.Names(), std::set<std::string>{"page"});
 }
 
 TEST_F(TransferTest, CopiesAPathOnlyWhenTheAddressMayBeOne) {
     const std::string source = folder_.Write("source", "local");
-    ::mkfifo(folder_.Path("pipe").c_str(), 0600);
     Download download{.localPath = Page(), .url = source, .message = "Checking failed."};
     EXPECT_FALSE(DownloadToFile(tools_, download).Ok());
     download.mayBeLocal = true;
     EXPECT_TRUE(DownloadToFile(tools_, download).Ok());
     EXPECT_EQ(FileBytes(Page()), "local");
     EXPECT_EQ(recorder_.Said(), Strings());
-
-    for (const std::string& url :
-         {folder_.Path("pipe"), folder_.Path(), std::string("/dev/zero")}) {
-        SCOPED_TRACE(url);
+    for (const std::string& url : {folder_.Path(), std::string("/dev/zero")}) {
         download.url = url;  // told although nobody asked for reports
         EXPECT_FALSE(DownloadToFile(tools_, download).Ok());
         EXPECT_EQ(TakeDetails(),
                   (Strings{"Error: FileCopy() failed: Couldn't open file to copy from:\n" + url,
                            "Couldn't copy file '" + url + "'\nto '" + Page() + "'"}));
-        EXPECT_EQ(FileBytes(Page()), "local");
     }
-    EXPECT_FALSE(FileCopy(messages_, folder_.Path("none/x"), source, ReportErrors::Yes));
-    EXPECT_FALSE(FileCopy(messages_, folder_.Path("none/x"), source, ReportErrors::No));
+    EXPECT_EQ(FileBytes(Page()), "local");
+    for (const ReportErrors reports : {ReportErrors::Yes, ReportErrors::No}) {
+        EXPECT_FALSE(FileCopy(messages_, folder_.Path("none/x"), source, reports));
+    }
     EXPECT_EQ(recorder_.Said(),
               Strings{"Error: FileCopy() failed: Couldn't open file to copy to:\n" + source});
 }
@@ -145,11 +115,10 @@ TEST_F(TransferProgress, CountsBytesAgainstWhatTheServerAnnounced) {
     });
     const std::string url = server.Address() + "/long";
     EXPECT_TRUE(Show(url).Ok());
-    EXPECT_EQ(screen_.messages, (Strings{"Downloading " + url + ".\nGot 0 bytes of 5.",
-                                         "Downloading " + url + ".\nGot 5 bytes of 5."}));
-    screen_.messages.clear();
     EXPECT_TRUE(Show(server.Address() + "/").Ok());
-    EXPECT_EQ(screen_.messages, Strings{"Downloading " + server.Address() + "/.\nGot 5 bytes."});
+    EXPECT_EQ(screen_.messages, (Strings{"Downloading " + url + ".\nGot 0 bytes of 5.",
+                                         "Downloading " + url + ".\nGot 5 bytes of 5.",
+                                         "Downloading " + server.Address() + "/.\nGot 5 bytes."}));
     EXPECT_EQ(progress_.Depth(), 2);  // of this test's own
 }
 
@@ -186,33 +155,24 @@ TEST_F(TransferTest, PostsAFormToPort80) {
         return demo::SendAnswer(connection, 500, "0123456789");  // the status is not asked for
     });
     const EnvironmentVariable variable("http_proxy", proxy.Address());
-    const auto post = [&](const std::string& url, std::size_t size) {
+    const auto post = [&](const std::string& url, std::size_t size = 100) {
         return PostForm(tools_, size, url, "a=1&b=2", AgentName, "Posting failed.",
                         ReportErrors::Yes);
     };
-    EXPECT_EQ(post("any://vantra.example/form?x", 100).reply, "0123456789");
+    EXPECT_EQ(post("any://vantra.example/form?x").reply, "0123456789");
     EXPECT_EQ(body, "a=1&b=2");
-    EXPECT_THAT(headers,
-                ::testing::HasSubstr("\r\nContent-Type: application/x-www-form-urlencoded"));
+    EXPECT_THAT(headers, HasSubstr("\r\nContent-Type: application/x-www-form-urlencoded"));
     EXPECT_EQ(post("http://vantra.example", 4).reply, "0123");
+    EXPECT_FALSE(post("http://vantra.example:8080/form").ok);
     EXPECT_EQ(proxy.Requests(),
               (Strings{"http://vantra.example/form?x", "http://vantra.example/"}));
-    EXPECT_EQ(recorder_.Said(), Strings());
-
-    EXPECT_FALSE(post("vantra.example/form", 10).ok);
-    EXPECT_FALSE(post("http://vantra.example:8080/form", 10).ok);
-    EXPECT_EQ(recorder_.Said(),
-              (Strings{"Internal Error: URL is missing 'http://' or similar:\nvantra.example/form",
-                       "Error: Posting failed.\n\nInternetConnect: URL using bad/illegal format or "
-                       "missing URL"}));
+    EXPECT_EQ(recorder_.Said(), Strings{"Error: Posting failed.\n\nInternetConnect: URL using "
+                                        "bad/illegal format or missing URL"});
 }
 
 TEST_F(TransferTest, FetchesAPageOnceAndSaysNothing) {
     demo::HttpServer server(ServePage);
-    testing::MemoryStore store;
-    tools_.internetSettings = &store;
-    TransferResult last;
-    last.httpStatus = -1;
+    TransferResult last{.httpStatus = -1};
     EXPECT_FALSE(FetchPage(tools_, Page(), server.Address(), {.cacheOnly = true}, &last));
     EXPECT_EQ(last.httpStatus, -1);
     EXPECT_TRUE(FetchPage(tools_, Page(), server.Address() + "/1", {}, &last));
@@ -222,7 +182,7 @@ TEST_F(TransferTest, FetchesAPageOnceAndSaysNothing) {
     EXPECT_TRUE(FetchPage(tools_, Page(), server.Address() + "/3", {.force = true}));
     EXPECT_EQ(server.Requests(), (Strings{"/1", "/3"}));
     EXPECT_FALSE(FetchPage(tools_, Page(), "http://127.0.0.1:1/", {.force = true}));
-    EXPECT_EQ(folder_.Names(), std::set<std::string>{"page"});  // nothing is known about it
+    EXPECT_EQ(FileBytes(Page()), "page /3");  // nothing is known about it
     EXPECT_EQ(recorder_.Said(), Strings());
 }
 
@@ -236,9 +196,10 @@ TEST_F(TransferTest, DialsOnlyForTheUser) {
         return ServePage(request, connection);
     });
     autodial = 3;
-    EXPECT_TRUE(FetchPage(tools_, Page(), server.Address(), {.force = true}));
-    EXPECT_TRUE(
-        FetchPage(tools_, Page(), server.Address(), {.allowAutodial = true, .force = true}));
+    for (const bool allow : {false, true}) {
+        EXPECT_TRUE(
+            FetchPage(tools_, Page(), server.Address(), {.allowAutodial = allow, .force = true}));
+    }
     EXPECT_EQ(during, (std::vector<testing::MemoryStore::Value>{0, 3}));
     EXPECT_EQ(autodial, testing::MemoryStore::Value(3));
     store.values.clear();
@@ -268,16 +229,6 @@ TEST_F(TransferTest, AKilledFetchLeavesNoPartOfAPage) {
     for (const std::string& name : folder_.Names()) {
         EXPECT_TRUE(name == "page" || platform::IsLeftoverName(name)) << name;
     }
-}
-
-TEST(TempFilePath, LiesInAFolderOfTheUsersOwn) {
-    const TempFolder session;
-    const EnvironmentVariable variable("XDG_RUNTIME_DIR", session.Path());
-    EXPECT_EQ(TempFilePath("LatestVantra.txt"), session.Path("ostrova/LatestVantra.txt"));
-    session.Write("file", "");
-    const EnvironmentVariable none("XDG_RUNTIME_DIR", session.Path("file"));
-    const EnvironmentVariable noneElse("TMPDIR", session.Path("file"));
-    EXPECT_EQ(TempFilePath("LatestVantra.txt"), "");
 }
 
 }  // namespace
