@@ -93,6 +93,25 @@ TEST_F(ArchiveFetch, FetchesAYearsIndexOnceAndOnlyForMissingPages) {
     EXPECT_EQ(listener_.reasons["20100306am.htm"], "the year index could not be had");
 }
 
+TEST_F(ArchiveFetch, NeverTakesANightsPageForTheMorning) {
+    constexpr const char* unread = "the year index could not be had";
+    constexpr const char* silent = "the year index does not name it";
+    for (const auto& [index, reason] : testing::Rows<CannedSite::Answer, const char*>{
+             {{.status = 404}, unread},
+             {{.status = 410}, unread},
+             {{.body = "<p class=x href=\"http://site.test/p\"> night 7 Mar\n"}, silent},
+         }) {
+        SCOPED_TRACE(index.status);
+        std::filesystem::remove_all(folder_.Path("Cache"));
+        site_.Put("/vantra/playlist/?year=2008", index);
+        site_.PutArchived("20080308", Song);
+        EXPECT_EQ(Fetch({20080308, 20080308}).end, ArchiveEnd::Complete);
+        EXPECT_EQ(listener_.fates, (Fates{{"20080308am.htm", ArchiveStatus::Failed},
+                                          {"20080308.htm", ArchiveStatus::Fetched}}));
+        EXPECT_EQ(listener_.reasons["20080308am.htm"], reason);
+    }
+}
+
 TEST_F(ArchiveFetch, KeepsOnlyWholePagesWithSongs) {
     constexpr auto missing = ArchiveStatus::Missing, failed = ArchiveStatus::Failed;
     for (const auto& [answer, status, reason] :
