@@ -51,7 +51,7 @@ TEST(IniStore, GivesBackEveryTextAndNumber) {
 TEST(IniStore, ReadsWhatPeopleWriteByHand) {
     const TempFolder folder;
     const std::string path = folder.Write("x.conf",
-                                          "\xEF\xBB\xBF; mine\r\n[settings]\r\n"
+                                          "\xEF\xBB\xBF[settings]\r\n; mine\r\n"
                                           " WhenToOpen = 2 \r\n"
                                           "LastCheckDay=2147483648\r\n"
                                           "WindowPosLeft=nan\r\n"
