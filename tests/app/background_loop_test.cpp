@@ -225,19 +225,23 @@ TEST_F(BackgroundLoopTest, FetchesOnWakingAndAnnouncesOnlyTheNewest) {
     }
 }
 
-TEST_F(BackgroundLoopTest, WithoutNetworkItTriesAgainSoonAndSoAfterEveryWaking) {
-    World world("2026-11-27 12:00:00");
+TEST_F(BackgroundLoopTest, WithoutNetworkItTriesAgainSoonOnlyAfterStartingAndWaking) {
+    World world("2026-11-27 20:00:00");
     world.isOnline = false;
-    world.SuspendAt("2026-11-27 13:30:00", "2026-11-28 09:00:00");
+    world.SuspendAt("2026-11-27 20:30:00", "2026-11-28 09:00:00");
     world.Then("2026-11-28 09:30:00", [](World& w) { w.isOnline = true; });
+    world.Then("2026-11-28 10:00:00", [](World& w) { w.isOnline = false; });
     Lines expected;
-    for (const char* hour : {"2026-11-27 13:", "2026-11-28 09:"}) {
+    for (const char* hour : {"2026-11-27 20:", "2026-11-28 09:"}) {
         for (const char* minute : {"00:00", "00:30", "01:30", "03:30", "08:30", "23:30"}) {
             expected.push_back(std::string(hour) + minute + " 2026-11-27");
         }
     }
     expected.emplace_back("2026-11-28 09:38:30 2026-11-27 open");
-    EXPECT_EQ(world.RunUntil("2026-11-28 12:00:00"), expected);
+    for (const char* minute : {"38:30", "53:30"}) {  // awake, and no network
+        expected.push_back(std::string("2026-12-04 13:") + minute + " 2026-12-04");
+    }
+    EXPECT_EQ(world.RunUntil("2026-12-04 14:00:00"), expected);
 }
 
 TEST_F(BackgroundLoopTest, AClockThatIsSetBackBringsNothingTwice) {
