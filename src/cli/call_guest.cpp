@@ -58,6 +58,7 @@ public:
 
 private:
     [[nodiscard]] std::optional<playlists::GuestInfo> FromFile(Session& session) const {
+        if (!session.TakesText(*address_)) return std::nullopt;
         const auto weekend = ChooseWeekend(session, weekend_);
         if (!weekend) return std::nullopt;
         const std::string& path = yearPage_ ? *yearPage_ : *currentPage_;
@@ -68,8 +69,9 @@ private:
         }
         util::ToTextMode(page.bytes);
         const auto saturday = weekend->saturdayNight;
-        return yearPage_ ? playlists::ReadGuestYearPage(page.bytes, *address_, saturday)
-                         : playlists::ReadCurrentGuestPage(page.bytes, *address_, saturday);
+        const std::string address = util::FromUtf8(*address_);
+        return yearPage_ ? playlists::ReadGuestYearPage(page.bytes, address, saturday)
+                         : playlists::ReadCurrentGuestPage(page.bytes, address, saturday);
     }
 
     [[nodiscard]] std::optional<playlists::GuestInfo> FromSite(Session& session) const {

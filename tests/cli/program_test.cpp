@@ -57,6 +57,7 @@ TEST_F(ProgramTest, RefusesWhatItDoesNotUnderstand) {
              {{"results", "2026-2-3"}, "no date"},
              {{"guest", "2006-03-04", "--address", "http://x/"}, "--address"},
              {{"guest", "--year-page", "x.htm"}, "--address"},
+             {{"guest", "--year-page", "x.htm", "--address", "http://x/\xE9"}, "not UTF-8"},
              {{"guest", "--year-page", "x", "--current-page", "y", "--address", "z"}, "exclude"},
              {{"fetch", "--from", "2006-03-04", "--to", "2006-03-03"}, "before --from"},
              {{"fetch", "--jobs", "none"}, "1 or more"},
