@@ -43,6 +43,12 @@ TEST(Format, NoLocaleChangesADecimalPoint) {
 TEST(Format, CutsWhatABoxCannotHold) {
     EXPECT_EQ(CutForBox(std::string(511, 'x'), 512), std::string(511, 'x'));
     EXPECT_EQ(CutForBox(std::string(512, 'x'), 512), std::string(508, 'x').append("..."));
+    // A path in UTF-8 is cut between its characters; code page 1252 has one a byte.
+    std::string path = "x";
+    std::string page;
+    while (path.size() < 512) path += "\u0142", page += "\x82\xE9";
+    EXPECT_EQ(CutForBox(path, 512), path.substr(0, 507) + "...");
+    EXPECT_EQ(CutForBox(page, 512), page.substr(0, 508) + "...");
 }
 
 TEST(LocalTime, NamesAreEnglishAndDaysHaveNoZero) {
