@@ -63,6 +63,13 @@ TEST(ArchivePages, KeepsDatesInZonesThatMoved) {
     }
 }
 
+TEST(ArchivePages, ADayThatDoesNotExistHasNoShow) {
+    const TimeZone zone("Pacific/Apia");
+    EXPECT_EQ(NamesOf(CalendarPages({20111224, 20120106}, 1350000000)),
+              (std::vector<std::string>{"20111224am.htm", "20111224.htm", "20111231am.htm",
+                                        "20111231.htm", "20120106.htm"}));
+}
+
 TEST(ArchivePages, ListsTheCacheInOrderAndPassesOverTheRest) {
     const TempFolder folder;
     for (const char* name : {"20060304.htm", "20060304am.htm", "20060303.htm", "20051231.htm",

@@ -109,7 +109,8 @@ TEST(Calendar, EveryDateLiesInTheWeekendThatBeganLast) {
     const TimeZone zone("Pacific/Apia");  // which had no 30 December 2011
     EXPECT_EQ(testing::TimeOf(WeekendOfDate(2011, 12, 25).anchor), "2011-12-23 12:00:00");
     EXPECT_EQ(testing::TimeOf(WeekendOfDate(2012, 1, 7).anchor), "2012-01-06 12:00:00");
-    static_cast<void>(WeekendOfDate(2011, 12, 31));
+    EXPECT_EQ(testing::TimeOf(WeekendOfDate(2011, 12, 31).anchor), "2011-12-29 12:00:00");
+    EXPECT_EQ(testing::TimeOf(WeekendOfDate(2011, 12, 31).saturdayNight), "2011-12-31 12:00:00");
 }
 
 }  // namespace
