@@ -115,7 +115,7 @@ int Main(int argc, char** argv) {
 
     platform::SystemClock clock;
     const auto internetSettings = app::OpenInternetStore();
-    const app::HostsResult hosts = app::ReadHosts();
+    const app::HostResult site = app::ReadSiteHost();
     World world;
     world.streams = MakeStreams(out, buffer);
     world.clock = &clock;
@@ -123,8 +123,8 @@ int Main(int argc, char** argv) {
     world.internetSettings = internetSettings.get();
     world.programPath = platform::ProgramPath();
     world.defaultDataFolder = [&world] { return WindowsDataFolder(world.programPath); };
-    if (hosts.hosts) world.siteHost = hosts.hosts->site;
-    world.siteHostComplaint = hosts.complaint;
+    world.siteHost = site.host;
+    world.siteHostComplaint = site.complaint;
     world.stopSignal = &stopSignal;
     return RunProgram(world, std::vector<std::string>(argv + 1, argv + argc));
 }
