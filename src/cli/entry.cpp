@@ -79,7 +79,7 @@ bool WantsColour() {
 }
 
 /// The data folder of the settings, which the window and this program share.
-std::string WindowsDataFolder(const std::string& programPath) {
+std::string DataFolderOfSettings(const std::string& programPath) {
     const auto store = app::OpenSettingsStore();
     app::Settings settings;
     if (!app::LoadSettings({.store = store.get(), .programPath = programPath}, settings)) {
@@ -122,7 +122,7 @@ int Main(int argc, char** argv) {
     world.makeHttp = MakeClient;
     world.internetSettings = internetSettings.get();
     world.programPath = platform::ProgramPath();
-    world.defaultDataFolder = [&world] { return WindowsDataFolder(world.programPath); };
+    world.defaultDataFolder = [&world] { return DataFolderOfSettings(world.programPath); };
     world.siteHost = site.host;
     world.siteHostComplaint = site.complaint;
     world.stopSignal = &stopSignal;
