@@ -49,6 +49,7 @@ TEST_F(ProgramTest, RefusesWhatItDoesNotUnderstand) {
              {{"key", "--data-folder"}, "--data-folder"},
              {{"key", "ok", "\xff"}, "not UTF-8"},
              {{"search", "--title", "\xff"}, "not UTF-8"},
+             {{"search", "--title", "", "--artist", " "}, "needs a text"},
              {{"weekend", "--at", "2026-02-30 12:00:00"}, "no moment"},
              {{"weekend", "--at", "2026-02-28"}, "no moment"},
              {{"weekend", "--at", "2026-02-28 24:00:00"}, "no moment"},
