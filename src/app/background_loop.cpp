@@ -34,7 +34,9 @@ std::string WhyNotHad(const playlists::RunResult& result) {
             return FailureReason(*failure);
         }
     }
-    return result.reachedNetwork ? "not out yet" : "no connection";
+    const auto& friday = result.failures.front();
+    const bool isRefused = friday && friday->status == playlists::TransferStatus::NoConnection;
+    return result.reachedNetwork && !isRefused ? "not out yet" : "no connection";
 }
 
 }  // namespace
@@ -44,6 +46,7 @@ void BackgroundLoop::Run(WeekendAnchor displayed, const FirstWake& first) {
     bool wasCached = false;
     bool ok = false;
     if (first.target == displayed) {
+        retries_.BeginAnew();  // perhaps the machine has just started, too
         ok = Fetch();
     } else {
         due_.SetOnLocalClock(clock_->Now(), first.delay);
@@ -64,7 +67,7 @@ void BackgroundLoop::Wait() {
     while (clock_->WaitUntil(due_.Get()) == platform::WakeReason::ClockChanged) OnClockChanged();
     const EpochSeconds now = clock_->Now();
     const EpochSeconds late = now - due_.Get();
-    if (late > OversleptSeconds) retries_.Reset();
+    if (late > OversleptSeconds) retries_.BeginAnew();
     if (late > LongestCatchUp) {
         target_ = LocalMoment(playlists::CurrentWeekend(now).weekend.anchor);
     }
@@ -106,7 +109,7 @@ void BackgroundLoop::OnFailed(const playlists::RunResult& result) {
 
 void BackgroundLoop::OnFound(bool wasCached) {
     const EpochSeconds now = clock_->Now();
-    retries_.Reset();
+    retries_.Settle();
     newestFound_ = target_.Get();
     announcementDue_ = ShouldOpen(wasCached);
     target_ = LocalMoment(FollowingWeekend(target_.Get()));

@@ -1,7 +1,6 @@
 #include "app/schedule.h"
 
 #include <algorithm>
-#include <array>
 
 #include "util/format.h"
 
@@ -16,8 +15,6 @@ using playlists::SecondsPerWeek;
 
 /// The Friday of the week after, as a weekday counted on from a Friday or a Saturday.
 constexpr int NextWeeksFriday = 12;
-
-constexpr std::array<int, 4> DelaysWithoutNetwork = {30, 60, 120, 300};
 
 /// Seconds on the face of the clock from `now` to `weekday` (which may lie beyond the week) at
 /// 13:00.
@@ -120,10 +117,10 @@ void DueMoment::ClockChanged(EpochSeconds now) {
 
 int RetryDelays::After(const playlists::RunResult& failed) {
     if (failed.reachedNetwork) {
-        step_ = DelaysWithoutNetwork.size();  // there is a network: this is no awakening
+        Settle();
         return std::max(RetryDelay, failed.retryAfterSeconds);
     }
-    return step_ < DelaysWithoutNetwork.size() ? DelaysWithoutNetwork[step_++] : RetryDelay;
+    return step_ < AfterWaking.size() ? AfterWaking[step_++] : RetryDelay;
 }
 
 }  // namespace ostrova::app

@@ -4,6 +4,7 @@
 // share. They follow the local clock, so that Friday 13:00 stays Friday 13:00 across a change of
 // summer time and in another time zone; the calendar's plain seconds would be an hour off.
 
+#include <array>
 #include <ctime>
 
 #include "playlists/calendar.h"
@@ -89,18 +90,21 @@ private:
     bool isInterval_ = false;
 };
 
-/// How long to wait after failures. A machine that has just woken has no network yet: a fetch that
-/// never left it is tried again after 30 seconds, 1, 2 and 5 minutes, then every 15. A server that
-/// asks for more time gets it.
+/// How long to wait after failures: a quarter of an hour, or as long as a server asks for. Only a
+/// machine that has just woken has no network yet: a fetch that never left it is tried again after
+/// 30 seconds, 1, 2 and 5 minutes first.
 class RetryDelays {
 public:
     /// The delay after a run that had nothing.
     [[nodiscard]] int After(const playlists::RunResult& failed);
-    /// A run had something, or the machine has slept since.
-    void Reset() { step_ = 0; }
+    /// The machine has just woken, or the process has just started.
+    void BeginAnew() { step_ = 0; }
+    /// There is a network: the next failure is no awakening's.
+    void Settle() { step_ = AfterWaking.size(); }
 
 private:
-    std::size_t step_ = 0;
+    static constexpr std::array<int, 4> AfterWaking = {30, 60, 120, 300};
+    std::size_t step_ = AfterWaking.size();
 };
 
 /// More lateness than this means that the machine was suspended past a due moment.

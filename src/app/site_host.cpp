@@ -41,9 +41,16 @@ bool IsPort(std::string_view text) {
     return port && *port >= 1 && *port <= HighestPort;
 }
 
-std::string_view Configured(const char* variable, std::string_view builtIn) {
+HostResult ReadHost(const char* variable, std::string_view builtIn, std::size_t longest) {
     const char* const value = std::getenv(variable);
-    return value && *value != '\0' ? std::string_view(value) : builtIn;
+    const std::string_view text = value && *value != '\0' ? std::string_view(value) : builtIn;
+    HostResult result{.host = CheckHost(text, longest)};
+    if (!result.host) {
+        result.complaint = util::Format(
+            "%s must be http://host or https://host of at most %d characters, not '%s'", variable,
+            longest, util::ForTerminal(text.substr(0, LongestQuote)));
+    }
+    return result;
 }
 
 }  // namespace
@@ -62,28 +69,16 @@ std::optional<std::string> CheckHost(std::string_view text, std::size_t longest)
     return std::nullopt;
 }
 
+HostResult ReadSiteHost() {
+    return ReadHost("OSTROVA_SITE_HOST", OSTROVA_SITE_HOST, LongestSiteHost);
+}
+
 HostsResult ReadHosts() {
-    Hosts hosts;
-    struct Wanted {
-        const char* variable;
-        std::string_view builtIn;
-        std::size_t longest;
-        std::string* host;
-    };
-    for (const Wanted& wanted :
-         {Wanted{"OSTROVA_SITE_HOST", OSTROVA_SITE_HOST, LongestSiteHost, &hosts.site},
-          Wanted{"OSTROVA_MAKER_HOST", OSTROVA_MAKER_HOST, LongestMakerHost, &hosts.maker}}) {
-        const std::string_view text = Configured(wanted.variable, wanted.builtIn);
-        const auto host = CheckHost(text, wanted.longest);
-        if (!host) {
-            return {.complaint = util::Format(
-                        "%s must be http://host or https://host of at most %d characters, not '%s'",
-                        wanted.variable, wanted.longest,
-                        util::ForTerminal(text.substr(0, LongestQuote)))};
-        }
-        *wanted.host = *host;
-    }
-    return {.hosts = hosts};
+    const HostResult site = ReadSiteHost();
+    if (!site.host) return {.complaint = site.complaint};
+    const HostResult maker = ReadHost("OSTROVA_MAKER_HOST", OSTROVA_MAKER_HOST, LongestMakerHost);
+    if (!maker.host) return {.complaint = maker.complaint};
+    return {.hosts = Hosts{.site = *site.host, .maker = *maker.host}};
 }
 
 }  // namespace ostrova::app

@@ -22,6 +22,16 @@ inline constexpr std::size_t LongestMakerHost = 53;
 ///     CheckHost("http://me@host", LongestSiteHost)          // nothing
 [[nodiscard]] std::optional<std::string> CheckHost(std::string_view text, std::size_t longest);
 
+/// What `ReadSiteHost` found.
+struct HostResult {
+    std::optional<std::string> host;
+    std::string complaint;  // without a host: one line that names the variable at fault
+};
+
+/// The site of this run, for a program that never talks to the maker's server. A variable that is
+/// empty counts as absent.
+[[nodiscard]] HostResult ReadSiteHost();
+
 struct Hosts {
     std::string site;
     std::string maker;
@@ -30,10 +40,10 @@ struct Hosts {
 /// What `ReadHosts` found.
 struct HostsResult {
     std::optional<Hosts> hosts;
-    std::string complaint;  // without hosts: one line that names the variable at fault
+    std::string complaint;  // without hosts: as above
 };
 
-/// The hosts of this run. A variable that is empty counts as absent.
+/// Both hosts of this run, read in the same way.
 [[nodiscard]] HostsResult ReadHosts();
 
 }  // namespace ostrova::app

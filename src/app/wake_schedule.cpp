@@ -30,9 +30,16 @@ WindowTimer WakeSchedule::Fired() const {
     return clock_->Now() >= due_.Get() ? armed_ : WindowTimer::None;
 }
 
+void WakeSchedule::NoteLateness() {
+    if (clock_->Now() - due_.Get() > OversleptSeconds) retries_.BeginAnew();
+}
+
+void WakeSchedule::FetchBegins() {
+    NoteLateness();  // now, for the fetch itself may take long
+}
+
 void WakeSchedule::FetchFailed(const playlists::RunResult& result) {
     const EpochSeconds now = clock_->Now();
-    if (now - due_.Get() > OversleptSeconds) retries_.Reset();
     const int delay = retries_.After(result);
     // A repeating timer counts from its last moment, so that 13:00 is followed by 13:15 and 13:30
     // however long a fetch takes.
@@ -43,7 +50,7 @@ void WakeSchedule::FetchFailed(const playlists::RunResult& result) {
 }
 
 void WakeSchedule::FetchSucceeded(bool latestIsCurrent) {
-    retries_.Reset();
+    retries_.Settle();
     if (latestIsCurrent) {
         ArmFor(WindowTimer::TimerWeekendOver, SecondsUntil(clock_->Now(), Sunday, EndHour));
     } else {
@@ -54,6 +61,7 @@ void WakeSchedule::FetchSucceeded(bool latestIsCurrent) {
 void WakeSchedule::WeekendEnded(WeekendAnchor latestWeekend) {
     // A machine that slept on past the next Friday is late already.
     if (clock_->Now() >= ReleaseOf(FollowingWeekend(latestWeekend))) {
+        NoteLateness();
         ArmFor(WindowTimer::TimerNewPlaylists, 0);
     } else {
         ArmForNextFriday();
@@ -75,6 +83,7 @@ void WakeSchedule::ClockChanged() {
 bool FetchNewPlaylists(platform::Clock& clock, WakeSchedule& schedule,
                        playlists::WeekendState& state, const RunWeekend& run) {
     bool found = false;
+    schedule.FetchBegins();
     for (;;) {
         const WeekendAnchor next = FollowingWeekend(state.latestWeekend);
         if (found && clock.Now() < ReleaseOf(next)) break;

@@ -37,6 +37,8 @@ public:
     /// The armed timer when its moment has come; it stays armed until one of the calls below.
     [[nodiscard]] WindowTimer Fired() const;
 
+    /// Comes before a fetch of new playlists.
+    void FetchBegins();
     /// What follows a fetch of new playlists: a retry; the weekend's end, or the next Friday when
     /// that has passed; and what follows a weekend's end: the next Friday.
     void FetchFailed(const playlists::RunResult& result);
@@ -49,6 +51,7 @@ public:
 private:
     void ArmFor(WindowTimer timer, int delay);
     void ArmForNextFriday();
+    void NoteLateness();
 
     platform::Clock* clock_;
     WindowTimer armed_ = WindowTimer::None;

@@ -24,8 +24,9 @@ constexpr CallHelp FetchHelp = {
         "again at any moment: only whole pages are kept, and what is there is not fetched\n"
         "again. It is gentle to the site: few connections, a pause when the site asks for\n"
         "one (for up to a minute; for longer it ends), and an end after five failures in\n"
-        "a row or a hundred pages without a song. At the end it tells what could not be\n"
-        "had.",
+        "a row or a hundred pages without a song. A Saturday morning's page from 2007 on\n"
+        "lies where its year's index says: one that the index does not name fails. At the\n"
+        "end it tells what could not be had.",
     .output =
         "{\"page\",\"status\"}: page is the name in the cache; status is \"fetched\",\n"
         "\"cached\" (it was there), \"missing\" (the site has no such page) or \"failed\"",

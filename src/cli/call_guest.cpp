@@ -35,22 +35,25 @@ public:
 
     void AddOptions(CLI::App& app, CommonOptions& /*common*/) override {
         AddWeekend(app, weekend_);
-        auto* const year = AddTextOption(app, "--year-page", "FILE", yearPage_,
-                                         "Read this page of a year's guests.");
-        auto* const current = AddTextOption(app, "--current-page", "FILE", currentPage_,
-                                            "Read this page of the current guest.");
-        auto* const address = AddTextOption(app, "--address", "URL", address_,
-                                            "The address of that page: links are relative to it.");
-        year->excludes(current)->needs(address);
-        current->needs(address);
+        AddTextOption(app, "--year-page", "FILE", yearPage_, "Read this page of a year's guests.");
+        AddTextOption(app, "--current-page", "FILE", currentPage_,
+                      "Read this page of the current guest.");
+        AddTextOption(app, "--address", "URL", address_,
+                      "The address of that page: links are relative to it.");
     }
 
     [[nodiscard]] bool Run(Session& session) override {
-        if (address_ && !yearPage_ && !currentPage_) {
-            session.Complain("--address goes with --year-page or --current-page.");
+        const bool isOfFile = yearPage_ || currentPage_;
+        if (yearPage_ && currentPage_) {
+            session.Complain("--year-page and --current-page exclude each other.");
             return false;
         }
-        const auto guest = yearPage_ || currentPage_ ? FromFile(session) : FromSite(session);
+        if (address_.has_value() != isOfFile) {
+            session.Complain(
+                "--address goes with --year-page or --current-page, and they with it.");
+            return false;
+        }
+        const auto guest = isOfFile ? FromFile(session) : FromSite(session);
         if (!guest) return false;
         Print(session, *guest);
         return !util::IsBlank(guest->text);
@@ -58,6 +61,7 @@ public:
 
 private:
     [[nodiscard]] std::optional<playlists::GuestInfo> FromFile(Session& session) const {
+        if (!session.TakesText(*address_)) return std::nullopt;
         const auto weekend = ChooseWeekend(session, weekend_);
         if (!weekend) return std::nullopt;
         const std::string& path = yearPage_ ? *yearPage_ : *currentPage_;
@@ -68,8 +72,9 @@ private:
         }
         util::ToTextMode(page.bytes);
         const auto saturday = weekend->saturdayNight;
-        return yearPage_ ? playlists::ReadGuestYearPage(page.bytes, *address_, saturday)
-                         : playlists::ReadCurrentGuestPage(page.bytes, *address_, saturday);
+        const std::string address = util::FromUtf8(*address_);
+        return yearPage_ ? playlists::ReadGuestYearPage(page.bytes, address, saturday)
+                         : playlists::ReadCurrentGuestPage(page.bytes, address, saturday);
     }
 
     [[nodiscard]] std::optional<playlists::GuestInfo> FromSite(Session& session) const {

@@ -38,10 +38,7 @@ public:
     [[nodiscard]] bool Run(Session& session) override {
         if (texts_->count() == 0) return RunOnInput(session);
         for (const std::string& text : values_) {
-            if (!util::IsUtf8(text)) {
-                session.Complain(util::Format("'%s' is not UTF-8.", text));
-                return false;
-            }
+            if (!session.TakesText(text)) return false;
         }
         bool found = false;
         for (const std::string& text : values_) found |= PrintKey(session, text);

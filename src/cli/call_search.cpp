@@ -4,6 +4,7 @@
 #include "playlists/archive_search.h"
 #include "util/code_page.h"
 #include "util/format.h"
+#include "util/text.h"
 
 namespace ostrova::cli {
 namespace {
@@ -75,10 +76,11 @@ private:
     [[nodiscard]] std::optional<std::vector<matching::SearchItem>> Items(Session& session) const {
         if (!title_ && !artist_) return session.SearchItems();
         for (const auto& text : {title_, artist_}) {
-            if (text && !util::IsUtf8(*text)) {
-                session.Complain(util::Format("'%s' is not UTF-8.", *text));
-                return std::nullopt;
-            }
+            if (text && !session.TakesText(*text)) return std::nullopt;
+        }
+        if (util::IsBlank(title_) && util::IsBlank(artist_)) {  // it would match every song
+            session.Complain("--title or --artist needs a text.");
+            return std::nullopt;
         }
         matching::SearchEntry entry{.song = util::FromUtf8(title_.value_or("")),
                                     .artist = util::FromUtf8(artist_.value_or(""))};

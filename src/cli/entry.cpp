@@ -79,7 +79,7 @@ bool WantsColour() {
 }
 
 /// The data folder of the settings, which the window and this program share.
-std::string WindowsDataFolder(const std::string& programPath) {
+std::string DataFolderOfSettings(const std::string& programPath) {
     const auto store = app::OpenSettingsStore();
     app::Settings settings;
     if (!app::LoadSettings({.store = store.get(), .programPath = programPath}, settings)) {
@@ -115,16 +115,16 @@ int Main(int argc, char** argv) {
 
     platform::SystemClock clock;
     const auto internetSettings = app::OpenInternetStore();
-    const app::HostsResult hosts = app::ReadHosts();
+    const app::HostResult site = app::ReadSiteHost();
     World world;
     world.streams = MakeStreams(out, buffer);
     world.clock = &clock;
     world.makeHttp = MakeClient;
     world.internetSettings = internetSettings.get();
     world.programPath = platform::ProgramPath();
-    world.defaultDataFolder = [&world] { return WindowsDataFolder(world.programPath); };
-    if (hosts.hosts) world.siteHost = hosts.hosts->site;
-    world.siteHostComplaint = hosts.complaint;
+    world.defaultDataFolder = [&world] { return DataFolderOfSettings(world.programPath); };
+    world.siteHost = site.host;
+    world.siteHostComplaint = site.complaint;
     world.stopSignal = &stopSignal;
     return RunProgram(world, std::vector<std::string>(argv + 1, argv + argc));
 }

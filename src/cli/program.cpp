@@ -66,8 +66,10 @@ public:
             return Found;
         } catch (const CLI::ExtrasError&) {
             return Refuse(Unexpected(arguments));
+        } catch (const CLI::RequiredError&) {
+            return Refuse("A PAGE is needed.");
         } catch (const CLI::ParseError& error) {
-            return Refuse(error.what());
+            return Refuse(Misused(error.what()));
         }
         const std::size_t chosen = Chosen();
         if (chosen == calls_.size()) return Refuse("Which call? The help lists them.");
@@ -100,6 +102,19 @@ private:
         return "The argument '" + name + "' is one too many.";
     }
 
+    /// What to say of the option that the library's own words, `told`, complain of.
+    [[nodiscard]] std::string Misused(const std::string& told) const {
+        const std::size_t start = std::min(told.find("--"), told.size());
+        const std::string name = told.substr(start, told.find_first_of(": =", start) - start);
+        const CLI::Option* option = app_.get_option_no_throw(name);
+        if (option == nullptr && Chosen() < parts_.size()) {
+            option = parts_[Chosen()]->get_option_no_throw(name);
+        }
+        if (option == nullptr) return "The options can't be understood.";
+        if (option->get_items_expected_max() == 0) return name + " takes no value.";
+        return name + (option->count() > 1 ? " can be given only once." : " needs a value.");
+    }
+
     int Refuse(const std::string& problem) {
         const std::size_t chosen = Chosen();
         const std::string call = chosen == calls_.size() ? "" : calls_[chosen]->Help().name;
@@ -111,12 +126,12 @@ private:
 
     int RunCall(Call& call) {
         if (options_.json && (options_.csv || options_.csvSafe)) {
-            return Refuse("--json and --csv exclude each other");
+            return Refuse("--json and --csv exclude each other.");
         }
         for (const auto& [name, path] : {std::pair("--data-folder", options_.dataFolder),
                                          std::pair("--list", options_.listFile)}) {
             // An empty variable of a script, not a wish for the folder where it happens to run.
-            if (path && util::IsBlank(*path)) return Refuse(std::string(name) + " needs a path");
+            if (path && util::IsBlank(*path)) return Refuse(std::string(name) + " needs a path.");
         }
         Session session(world_, options_);
         const bool found = call.Run(session);

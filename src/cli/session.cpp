@@ -3,6 +3,7 @@
 #include "app/site_host.h"
 #include "matching/search_list_store.h"
 #include "platform/whole_file.h"
+#include "util/code_page.h"
 #include "util/files.h"
 #include "util/format.h"
 #include "util/path.h"
@@ -30,6 +31,12 @@ Session::Session(const World& world, const CommonOptions& options)
 void Session::Complain(std::string_view text) {
     trouble_ = true;
     presenter_.Say(text);
+}
+
+bool Session::TakesText(const std::string& text) {
+    if (util::IsUtf8(text)) return true;
+    Complain(util::Format("'%s' is not UTF-8.", text));
+    return false;
 }
 
 bool Session::EnterDataFolder(Missing missing) {

@@ -42,6 +42,8 @@ public:
 
     /// Says what went wrong (UTF-8).
     void Complain(std::string_view text);
+    /// True when `text`, which the user gave, is UTF-8; complains of it otherwise.
+    [[nodiscard]] bool TakesText(const std::string& text);
     /// Says what is worth knowing, but no trouble.
     void Hint(std::string_view text) { presenter_.Say(text); }
     [[nodiscard]] bool HadTrouble() const { return trouble_ || presenter_.ShowedError(); }

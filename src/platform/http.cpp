@@ -1,6 +1,7 @@
 #include "platform/http.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <new>
@@ -136,6 +137,7 @@ public:
         ::curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &status);
         response.status = static_cast<int>(status);
         response.reachedNetwork = status != 0 || Time(CURLINFO_PRETRANSFER_TIME_T) > 0;
+        response.refused = code == CURLE_COULDNT_CONNECT && IsRefused();
         response.endKnown = headers_.IsChunked() || Expected() >= 0;
         if (status == 429 || status == 503) response.retryAfterSeconds = RetryAfter();
         const char* address = nullptr;
@@ -224,6 +226,12 @@ private:
         curl_off_t value = 0;
         ::curl_easy_getinfo(easy_, what, &value);
         return value;
+    }
+    /// Of a connection that could not be made: the system's number outlives its request.
+    [[nodiscard]] bool IsRefused() const {
+        long systemError = 0;
+        ::curl_easy_getinfo(easy_, CURLINFO_OS_ERRNO, &systemError);
+        return systemError == ECONNREFUSED && !usesProxy_;  // a proxy speaks for itself only
     }
     [[nodiscard]] int RetryAfter() const {
         return static_cast<int>(

@@ -27,6 +27,9 @@
 namespace ostrova::platform {
 namespace {
 
+// Some editors begin a file with it.
+constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+
 constexpr std::size_t LargestFile = 1024 * 1024;
 constexpr auto LongestLockWait = std::chrono::seconds(2);
 constexpr auto LockStep = std::chrono::milliseconds(5);
@@ -46,6 +49,7 @@ bool IsUnderstood(std::string_view line) {
 /// does not end would swallow the lines after it), so that they are kept. Zero bytes would end the
 /// reading.
 std::string Readable(std::string bytes) {
+    if (bytes.starts_with(ByteOrderMark)) bytes.erase(0, ByteOrderMark.size());
     std::erase(bytes, '\0');
     std::string out;
     out.reserve(bytes.size());

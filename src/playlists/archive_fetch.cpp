@@ -103,11 +103,14 @@ private:
 
     void AskForShow(std::size_t page, EpochSeconds showTime) {
         PageAddress found = ComputePageAddress(source_, WantCachePath::No, showTime, true);
-        const bool indexFailed = found.indexUnread || indexFailed_;
-        if (indexFailed && pages_[page].slot == ShowSlot::ShowSaturdayMorning) {
+        const bool needsIndex = pages_[page].slot == ShowSlot::ShowSaturdayMorning &&
+                                pages_[page].date / 10000 >= FirstIndexedYear;
+        if (needsIndex && !found.fromIndex) {
             // The address that does without an index is the night's: the wrong show would be kept
             // for ever.
-            Settle(page, {ArchiveStatus::Failed, "the year index could not be had"});
+            Settle(page,
+                   {ArchiveStatus::Failed, found.indexRead ? "the year index does not name it"
+                                                           : "the year index could not be had"});
         } else {
             Ask(page, std::move(found.address));
         }
@@ -160,12 +163,10 @@ private:
     /// An index that could not be had leaves what an older one says, if there is one.
     void TakeIndex(const FetchAnswer& answer) {
         awaitingIndex_ = false;
-        indexFailed_ = false;
         const EpochSeconds showTime = ShowTimeOf(pages_[answer.task.id - pages_.size()]);
         const std::string path = CachePath(*source_.dataFolder, YearIndexCacheName(showTime));
         if (!answer.result.Ok()) {
             if (answer.result.contentBegan) std::remove(path.c_str());
-            indexFailed_ = answer.IsTrouble() && !util::PathExists(path);
             CountFailure(answer.Missing(), FailureReason(answer.result));
             return;
         }
@@ -290,7 +291,6 @@ private:
 
     int indexYear_ = 0;  // whose index was fetched, or tried, last
     bool awaitingIndex_ = false;
-    bool indexFailed_ = false;  // and there is no older one
     int failuresInARow_ = 0;
     int songless_ = 0;  // pages of this run
     std::optional<ArchiveEnd> end_;

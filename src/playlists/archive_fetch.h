@@ -65,8 +65,9 @@ inline constexpr int DefaultFetchJobs = 2;
 inline constexpr int MostFetchJobs = 4;
 
 /// Fetches those of `pages` that are not in the cache, from the addresses that a window would use;
-/// of each year from 2007 on the index is fetched once when any of its pages is missing. Each of
-/// the `jobs` (1 to 4) connections is made with `makeClient`; `source.tools.http` is not used.
+/// of each year from 2007 on the index is fetched once when any of its pages is missing, and a
+/// Saturday morning's page is fetched from the address that it gives or not at all. Each of the
+/// `jobs` (1 to 4) connections is made with `makeClient`; `source.tools.http` is not used.
 [[nodiscard]] ArchiveFetchResult FetchArchive(const PageSource& source,
                                               const HttpClientFactory& makeClient, int jobs,
                                               const std::vector<ArchivePage>& pages,

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <system_error>
 #include <tuple>
+#include <utility>
 
 #include "playlists/page_cache.h"
 #include "util/ascii.h"
@@ -86,19 +87,22 @@ EpochSeconds ShowTimeOf(const ArchivePage& page) {
 
 std::vector<ArchivePage> CalendarPages(const DateRange& range, EpochSeconds now) {
     std::vector<ArchivePage> pages;
+    const auto add = [&](sys_days day, ShowSlot slot) {
+        ArchivePage page = MakePage(day, slot);
+        // A day that the zone left out has no show: its time is that of another day's.
+        if (range.Contains(page.date) && ShowCacheName(ShowTimeOf(page)) == page.cacheName) {
+            pages.push_back(std::move(page));
+        }
+    };
     const sys_days newest = DayOf(CurrentWeekend(now).weekend.anchor);
     // Counted in dates, not in seconds: a zone that moved for good would shift seconds off Friday.
     sys_days friday =
         std::chrono::year(FirstArchiveYear) / std::chrono::January / std::chrono::Friday[1];
     for (; friday <= newest; friday += days(7)) {
         const sys_days saturday = friday + days(1);
-        if (range.Contains(NumberOf(friday))) {
-            pages.push_back(MakePage(friday, ShowSlot::ShowFriday));
-        }
-        if (range.Contains(NumberOf(saturday))) {
-            pages.push_back(MakePage(saturday, ShowSlot::ShowSaturdayMorning));
-            pages.push_back(MakePage(saturday, ShowSlot::ShowSaturdayNight));
-        }
+        add(friday, ShowSlot::ShowFriday);
+        add(saturday, ShowSlot::ShowSaturdayMorning);
+        add(saturday, ShowSlot::ShowSaturdayNight);
     }
     return pages;
 }

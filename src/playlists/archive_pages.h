@@ -46,7 +46,8 @@ struct ArchivePage {
 [[nodiscard]] EpochSeconds ShowTimeOf(const ArchivePage& page);
 
 /// The pages of all shows in `range`, from 1998 to the weekend that is current at `now`, in
-/// chronological order.
+/// chronological order. A day that the local calendar leaves out (Apia had no 30 December in 2011)
+/// has none, as in the window.
 [[nodiscard]] std::vector<ArchivePage> CalendarPages(const DateRange& range, EpochSeconds now);
 
 /// What `CachedPages` found.

@@ -107,7 +107,10 @@ Weekend WeekendOfDate(int year, int month, int day) {
     local.tm_mday = static_cast<int>(static_cast<unsigned>(friday.day()));
     local.tm_hour = Noon;
     local.tm_isdst = -1;
-    return WeekendAt(util::FromLocalTime(local));
+    EpochSeconds noon = util::FromLocalTime(local);
+    // Of a Friday that the zone left out the C library makes the day after.
+    if (util::LocalTime(noon).tm_wday == Saturday) noon -= SecondsPerDay;
+    return WeekendAt(noon);
 }
 
 }  // namespace ostrova::playlists

@@ -72,7 +72,8 @@ struct CurrentWeekendResult {
                                           WeekendAnchor latestWeekend);
 
 /// The weekend that a date lies in: that of the Friday or Saturday itself, of the Saturday before a
-/// Sunday, and for other days the one just past. `hour` 12 on the given local date.
+/// Sunday, and for other days the one just past. Its anchor is the noon before its Saturday's where
+/// the zone has left the Friday out.
 [[nodiscard]] Weekend WeekendOfDate(int year, int month, int day);
 
 }  // namespace ostrova::playlists

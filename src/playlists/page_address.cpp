@@ -39,15 +39,16 @@ std::string AddressWithoutIndex(const PageSource& source, EpochSeconds showTime,
     return FormatAddress(source.siteHost, path, local);
 }
 
-std::string AddressFromIndex(const PageSource& source, const std::string& indexPath,
-                             EpochSeconds showTime, bool& indexUnread) {
+void TakeAddressFromIndex(const PageSource& source, const std::string& indexPath,
+                          EpochSeconds showTime, PageAddress& result) {
+    result.address = ArchiveAddress(source.siteHost, showTime);
     util::FileContent index = util::ReadFile(indexPath, PageLimit);
-    indexUnread = !index.Ok();
-    if (index.Ok()) {
-        util::ToTextMode(index.bytes);
-        if (auto link = FindInYearIndex(index.bytes, showTime)) return *std::move(link);
-    }
-    return ArchiveAddress(source.siteHost, showTime);
+    result.indexRead = index.Ok();
+    if (!index.Ok()) return;
+    util::ToTextMode(index.bytes);
+    auto link = FindInYearIndex(index.bytes, showTime);
+    result.fromIndex = link.has_value();
+    if (link) result.address = *std::move(link);
 }
 
 }  // namespace
@@ -82,9 +83,11 @@ PageAddress ComputePageAddress(const PageSource& source, WantCachePath wantCache
                                .cacheOnly = source.offline,
                                .interactive = source.interactive};
     const std::string indexAddress = YearIndexAddress(source.siteHost, showTime);
-    result.address = FetchPage(source.tools, indexPath, indexAddress, options, &result.index)
-                         ? AddressFromIndex(source, indexPath, showTime, result.indexUnread)
-                         : AddressWithoutIndex(source, showTime, local);
+    if (FetchPage(source.tools, indexPath, indexAddress, options, &result.index)) {
+        TakeAddressFromIndex(source, indexPath, showTime, result);
+    } else {
+        result.address = AddressWithoutIndex(source, showTime, local);
+    }
     return result;
 }
 

@@ -34,10 +34,11 @@ inline constexpr int FirstIndexedYear = 2007;
 
 struct PageAddress {
     std::string address;
-    std::string cachePath;     // empty unless it was asked for
-    bool cached = false;       // the page is there; `address` is then only its file name
-    TransferResult index;      // of the year index's transfer, when one was made
-    bool indexUnread = false;  // it is in the cache, and could not be read
+    std::string cachePath;   // empty unless it was asked for
+    bool cached = false;     // the page is there; `address` is then only its file name
+    TransferResult index;    // of the year index's transfer, when one was made
+    bool indexRead = false;  // the year index was there and could be read
+    bool fromIndex = false;  // the address is what it gives for the show
 };
 
 enum class WantCachePath { No, Yes };

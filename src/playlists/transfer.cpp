@@ -67,7 +67,7 @@ public:
         if (ShowsProgress() && !isCancelled_) tools_.progress->EndProgress();
         TransferResult result;
         result.httpStatus = response.status;
-        result.reachedNetwork = response.reachedNetwork;
+        result.reachedNetwork = response.reachedNetwork || response.refused;
         result.retryAfterSeconds = response.retryAfterSeconds;
         result.status = Judge(response);
         result.contentBegan =

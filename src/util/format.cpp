@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "util/ascii.h"
+#include "util/code_page.h"
 
 namespace ostrova::util {
 namespace {
@@ -139,7 +140,12 @@ std::string FormatList(std::string_view format, std::span<const FormatArgument> 
 
 std::string CutForBox(std::string text, std::size_t size) {
     if (text.size() < size) return text;
-    text.resize(size - 4);
+    std::size_t length = size - 4;
+    // A path that the code page can't spell makes a text UTF-8: it must stay that.
+    if (IsUtf8(text)) {
+        while ((static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U) --length;
+    }
+    text.resize(length);
     return text.append("...");
 }
 

@@ -54,7 +54,7 @@ template <typename... Arguments>
 }
 
 /// `text` as a box of `size` bytes holds it: whole when it fits with its terminator, otherwise its
-/// first size - 4 characters and "...".
+/// first size - 4 bytes, or as many less as would split a character of UTF-8, and "...".
 [[nodiscard]] std::string CutForBox(std::string text, std::size_t size);
 
 }  // namespace ostrova::util

@@ -154,7 +154,7 @@ TEST_F(BackgroundLoopTest, LogsWhatReallyKeepsAWeekendAway) {
     for (const auto& [isOnline, failure, reason] :
          Rows<bool, std::optional<playlists::TransferResult>, std::string>{
              {true, {}, "not out yet, next attempt at 2027-01-08 13:15:00"},
-             {false, {}, "no connection, next attempt at 2027-01-08 13:00:30"},
+             {false, {}, "no connection, next attempt at 2027-01-08 13:15:00"},
              {true, unwritten,
               "the page could not be written: No space left, next attempt at 2027-01-08 "
               "13:15:00"}}) {
@@ -216,19 +216,23 @@ TEST_F(BackgroundLoopTest, FetchesOnWakingAndAnnouncesOnlyTheNewest) {
     }
 }
 
-TEST_F(BackgroundLoopTest, WithoutNetworkItTriesAgainSoonAndSoAfterEveryWaking) {
-    World world("2026-11-27 12:00:00");
+TEST_F(BackgroundLoopTest, WithoutNetworkItTriesAgainSoonOnlyAfterStartingAndWaking) {
+    World world("2026-11-27 20:00:00");
     world.isOnline = false;
-    world.SuspendAt("2026-11-27 13:30:00", "2026-11-28 09:00:00");
+    world.SuspendAt("2026-11-27 20:30:00", "2026-11-28 09:00:00");
     world.Then("2026-11-28 09:30:00", [&] { world.isOnline = true; });
+    world.Then("2026-11-28 10:00:00", [&] { world.isOnline = false; });
     std::string expected;
-    for (const char* hour : {"2026-11-27 13:", "2026-11-28 09:"}) {
+    for (const char* hour : {"2026-11-27 20:", "2026-11-28 09:"}) {
         for (const char* minute : {"00:00", "00:30", "01:30", "03:30", "08:30", "23:30"}) {
             expected += std::string(hour) + minute + " 2026-11-27,";
         }
     }
-    EXPECT_EQ(world.RunUntil("2026-11-28 12:00:00"),
-              expected + "2026-11-28 09:38:30 2026-11-27 open,");
+    expected += "2026-11-28 09:38:30 2026-11-27 open,";
+    for (const char* minute : {"38:30", "53:30"}) {  // awake, and no network
+        expected += std::string("2026-12-04 13:") + minute + " 2026-12-04,";
+    }
+    EXPECT_EQ(world.RunUntil("2026-12-04 14:00:00"), expected);
 }
 
 TEST_F(BackgroundLoopTest, AClockThatIsSetBackBringsNothingTwice) {

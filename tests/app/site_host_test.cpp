@@ -36,6 +36,11 @@ TEST(SiteHost, TheEnvironmentReplacesWhatIsBuiltInOrIsComplainedOf) {
     EXPECT_EQ(found.hosts->site, "http://localhost:81");
     EXPECT_EQ(found.hosts->maker, "http://www.kelvane.example");
 
+    // Who needs the site only is not stopped by the maker's.
+    const testing::EnvironmentVariable wrongMaker("OSTROVA_MAKER_HOST", "nowhere");
+    EXPECT_EQ(ReadSiteHost().host, "http://localhost:81");
+    EXPECT_TRUE(ReadHosts().complaint.starts_with("OSTROVA_MAKER_HOST must be"));
+
     // A complaint names the variable and steers no terminal.
     const testing::EnvironmentVariable wrong("OSTROVA_SITE_HOST",
                                              "\x1B[2J" + std::string(5000, 'x'));

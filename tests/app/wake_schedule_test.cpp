@@ -29,8 +29,8 @@ protected:
         return FetchNewPlaylists(clock_, schedule_, state_, [this](WeekendAnchor anchor, bool) {
             state_.playlists = {};
             ran_.push_back(DateOf(anchor));
-            if (clock_.Now() < outAt_) clock_.Advance(20'000);  // a fetch takes its time
-            if (clock_.Now() < outAt_) return playlists::RunResult{.reachedNetwork = true};
+            if (clock_.Now() < outAt_) clock_.Advance(fetchTime_);
+            if (clock_.Now() < outAt_) return playlists::RunResult{.reachedNetwork = isOnline_};
             state_.playlists[0].resize(ran_.size());
             return playlists::RunResult{.had = true, .reachedNetwork = true};
         });
@@ -41,6 +41,8 @@ protected:
     WakeSchedule schedule_{clock_};
     playlists::WeekendState state_;
     util::EpochSeconds outAt_ = 0;  // when all pages come out
+    bool isOnline_ = true;
+    int fetchTime_ = 20'000;  // milliseconds
     std::vector<std::string> ran_;
 };
 
@@ -80,6 +82,26 @@ TEST_F(WakeScheduleTest, RetriesEveryQuarterOfAnHourAndShowsWhatItShowed) {
     EXPECT_TRUE(FetchWhenDue());
     EXPECT_EQ(TimeOf(clock_.Now()), "2026-11-27 13:45:20");
     EXPECT_EQ(state_.guest.latest.text, std::nullopt);
+}
+
+TEST_F(WakeScheduleTest, TriesAgainSoonOnlyAfterWaking) {
+    outAt_ = At("2027-01-01 00:00:00");
+    isOnline_ = false;
+    fetchTime_ = 70'000;  // no lateness of the timer's
+    schedule_.SetWakeDelay(13 * 3600 + 600);
+    schedule_.Arm(false);
+    EXPECT_FALSE(FetchWhenDue());
+    EXPECT_EQ(Armed(), "new 2026-11-27 13:16:10");
+    clock_.SetWallClock(At("2026-11-28 09:00:00"));
+    for (const char* due : {"09:01:40", "09:03:50", "09:07:00", "09:13:10", "09:29:20"}) {
+        EXPECT_FALSE(FetchWhenDue());
+        EXPECT_EQ(Armed(), std::string("new 2026-11-28 ") + due);
+    }
+    schedule_.FetchSucceeded(/*latestIsCurrent=*/true);
+    clock_.SetWallClock(At("2026-12-05 09:00:00"));  // asleep from one weekend into the next
+    schedule_.WeekendEnded(state_.latestWeekend);
+    EXPECT_FALSE(FetchWhenDue());
+    EXPECT_EQ(Armed(), "new 2026-12-05 09:01:40");
 }
 
 TEST_F(WakeScheduleTest, ASleptThroughWeekendIsFollowedByTheNewestAtOnce) {

@@ -41,9 +41,14 @@ TEST_F(ProgramTest, RefusesWhatItDoesNotUnderstand) {
              {"", "Which call?"},
              {"sing", "sing"},
              {"key --loud x", "--loud"},
-             {"parse", "PAGE"},
+             {"parse", "A PAGE is needed.\n"},
              {"parse --csv x", "--csv"},
              {"match --json --csv x", "exclude"},
+             {"key --data-folder", "--data-folder needs a value.\n"},
+             {"search --title a --title b", "--title can be given only once.\n"},
+             {"--list a key --list b", "--list can be given only once.\n"},
+             {"key --artist=--x y", "--artist takes no value.\n"},
+             {"key --json=x y", "--json takes no value.\n"},
              {"key ok \xff", "not UTF-8"},
              {"search --title \xff", "not UTF-8"},
              {"weekend --at 2026-02-28T10:00:00", "no moment"},
@@ -53,6 +58,7 @@ TEST_F(ProgramTest, RefusesWhatItDoesNotUnderstand) {
              {"results 2026-2-3", "no date"},
              {"guest 2006-03-04 --address http://x/", "--address"},
              {"guest --year-page x.htm", "--address"},
+             {"guest --year-page x.htm --address http://x/\xE9", "not UTF-8"},
              {"guest --year-page x --current-page y --address z", "exclude"},
              {"fetch --from 2006-03-04 --to 2006-03-03", "before --from"},
              {"fetch --jobs none", "1 or more"},
@@ -70,6 +76,7 @@ TEST_F(ProgramTest, RefusesWhatItDoesNotUnderstand) {
     ExpectTrouble({"weekend", "--at", "2026-02-30 12:00:00"}, "no moment");
     ExpectTrouble({"results", "--data-folder", ""}, "--data-folder needs a path");
     ExpectTrouble({"results", "--list", " "}, "--list needs a path");
+    ExpectTrouble({"search", "--title", "", "--artist", " "}, "needs a text");
     EXPECT_EQ(site_.Asked(), Words{});
 }
 

@@ -131,6 +131,9 @@ TEST_F(WeekendTest, ReadsTheGuestFromSiteOrFile) {
               expected);
     EXPECT_EQ(Run({"guest", "2006-04-01", "--json", "--year-page", file, "--address", address}),
               (CliResult{NothingFound, Json("{'text':null,'link':null,'bothNights':false}\n")}));
+    EXPECT_THAT(Out({"guest", "2006-03-04", "--json", "--year-page", file, "--address",
+                     "http://site.test/caf\xC3\xA9/default.htm"}),
+                HasSubstr(Json("'http://site.test/caf\\u00e9/mel.htm'")));
     ExpectTrouble({"guest", "2005-03-04"}, "Failed to download that weekend's guest page.\n");
     EXPECT_EQ(Status({"guest", "2005-03-04", "--offline"}), Trouble);
 }

@@ -42,7 +42,7 @@ TEST(IniStore, ReadsWhatPeopleWriteByHand) {
     const TempFolder folder;
     const auto store = OpenIniStore(folder.Write(
         "x.conf",
-        "\xEF\xBB\xBF; mine\r\n[settings]\r\n WhenToOpen = 2 \r\nBig=2147483648\r\nNan=nan\r\n"
+        "\xEF\xBB\xBF[settings]\r\n; mine\r\n WhenToOpen = 2 \r\nBig=2147483648\r\nNan=nan\r\n"
         "More=-7x\r\nNone=\r\nFolder = /home/caf\xC3\xA9\\q\r\n"));
     ASSERT_TRUE(store->Load());
     EXPECT_EQ(store->ReadNumber("Settings", "WhenToOpen"), 2);

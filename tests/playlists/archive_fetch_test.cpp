@@ -82,6 +82,24 @@ TEST_F(ArchiveFetch, FetchesAYearsIndexOnceAndOnlyForMissingPages) {
                        "20100306.htm fetched"}));
 }
 
+TEST_F(ArchiveFetch, NeverTakesANightsPageForTheMorning) {
+    constexpr const char* unread = "the year index could not be had";
+    constexpr const char* silent = "the year index does not name it";
+    for (const auto& [index, reason] : testing::Rows<CannedSite::Answer, const char*>{
+             {{.status = 404}, unread},
+             {{.status = 410}, unread},
+             {{.body = "<p class=x href=\"http://site.test/p\"> night 7 Mar\n"}, silent},
+         }) {
+        SCOPED_TRACE(index.status);
+        std::filesystem::remove_all(folder_.Path("Cache"));
+        site_.Put("/vantra/playlist/?year=2008", index);
+        site_.PutArchived("20080308", Song);
+        EXPECT_EQ(
+            Fates({20080308, 20080308}),
+            (Strings{std::string("20080308am.htm failed: ") + reason, "20080308.htm fetched"}));
+    }
+}
+
 TEST_F(ArchiveFetch, KeepsOnlyWholePagesWithSongs) {
     for (const auto& [answer, fate] : testing::Rows<CannedSite::Answer, std::string>{
              {{.status = 404, .body = Song}, "missing"},

@@ -45,6 +45,12 @@ TEST(ArchivePages, FollowsTheCalendarFromTheFirstShowToTheCurrentWeekend) {
     EXPECT_EQ(Names(CalendarPages({20060305, 20301231}, fridayAfternoon)), "");
 }
 
+TEST(ArchivePages, ADayThatDoesNotExistHasNoShow) {
+    const TimeZone zone("Pacific/Apia");
+    EXPECT_EQ(Names(CalendarPages({20111224, 20120106}, 1350000000)),
+              "20111224am.htm 20111224.htm 20111231am.htm 20111231.htm 20120106.htm");
+}
+
 TEST(ArchivePages, ListsTheCacheInOrderAndPassesOverTheRest) {
     const TempFolder folder;
     for (const char* name : {"20060304.htm", "20060304am.htm", "20060303.htm", "20051231.htm",

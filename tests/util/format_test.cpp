@@ -36,6 +36,14 @@ TEST(Format, NoLocaleChangesADecimalPoint) {
     std::setlocale(LC_ALL, before.c_str());
 }
 
+TEST(Format, CutsATextInUtf8BetweenItsCharacters) {
+    std::string path = "x";
+    std::string page;  // code page 1252 has a character a byte
+    while (path.size() < 512) path += "\u0142", page += "\x82\xE9";
+    EXPECT_EQ(CutForBox(path, 512), path.substr(0, 507) + "...");
+    EXPECT_EQ(CutForBox(page, 512), page.substr(0, 508) + "...");
+}
+
 TEST(LocalTime, IsToldInEnglishAndBeyondThirtyTwoBits) {
     const testing::TimeZone zone("Europe/Berlin");
     const EpochSeconds moment = 2146046400;  // 2038-01-02 12:00:00 UTC
