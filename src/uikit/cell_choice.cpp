@@ -72,18 +72,13 @@ bool CellChoice::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void CellChoice::LeaveWhenClosed() {
-    if (!view()->isVisible()) GiveFocusBack();
-}
-
-void CellChoice::GiveFocusBack() {
-    list_.setFocus();
-    End();  // a window that isn't active loses no focus
+    if (!view()->isVisible()) End();
 }
 
 void CellChoice::keyPressEvent(QKeyEvent* event) {
     if (EndsEditing(*event)) {
         cancelled_ = event->key() == Qt::Key_Escape;
-        return GiveFocusBack();
+        return End();
     }
     QComboBox::keyPressEvent(event);
     event->accept();
@@ -99,8 +94,7 @@ void CellChoice::End() {
     CellNotice notice{cell_.isValid() ? cell_.row() : -1, column_, std::nullopt};
     const bool hasChoice = currentIndex() >= 0 && !cancelled_ && cell_.isValid();
     if (hasChoice) notice.text = choices_[currentIndex()];
-    hide();
-    deleteLater();
+    TakeEditorAway(*this, list_);
     emit list_.endLabelEdit(notice);
 }
 

@@ -32,7 +32,6 @@ protected:
 private:
     void FitDropDown();
     void LeaveWhenClosed();
-    void GiveFocusBack();
     void End();
 
     NewListCtrl& list_;

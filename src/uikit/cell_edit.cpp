@@ -47,8 +47,7 @@ bool CellEdit::event(QEvent* event) {
 void CellEdit::keyPressEvent(QKeyEvent* event) {
     if (EndsEditing(*event)) {
         cancelled_ = event->key() == Qt::Key_Escape;
-        list_.setFocus();
-        return End();  // a window that isn't active loses no focus
+        return End();
     }
     QLineEdit::keyPressEvent(event);
     event->accept();  // none of it is meant for the dialog
@@ -64,8 +63,7 @@ void CellEdit::End() {
     if (std::exchange(ended_, true)) return;
     CellNotice notice{cell_.isValid() ? cell_.row() : -1, column_, std::nullopt};
     if (!cancelled_ && cell_.isValid()) notice.text = EditedText();
-    hide();
-    deleteLater();
+    TakeEditorAway(*this, list_);
     list_.EditorClosed();
     emit list_.endLabelEdit(notice);
 }

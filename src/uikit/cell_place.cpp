@@ -22,4 +22,10 @@ QRect PlaceEditor(NewListCtrl& list, int row, int column) {
     return {left, cell.top(), std::max(width, 1), cell.height()};
 }
 
+void TakeEditorAway(QWidget& editor, NewListCtrl& list) {
+    if (editor.window()->focusWidget() == &editor) list.setFocus(Qt::OtherFocusReason);
+    editor.hide();
+    editor.deleteLater();
+}
+
 }  // namespace ostrova::uikit

@@ -118,6 +118,18 @@ TEST_F(ListEditTest, EndsAnEditWithItsTextOrWithout) {
     EXPECT_TRUE(dialog_.isVisible());
 }
 
+TEST_F(ListEditTest, HasTheFocusWhenTheUserComesBackToItsWindow) {
+    for (const int column : {1, 4}) {
+        if (column == 1) EditCellText(*list_, 0, column);
+        if (column == 4) EditCellChoice(*list_, 0, column, {"x"}, 0)->hidePopup();
+        QApplication::setActiveWindow(nullptr);
+        EXPECT_EQ(dialog_.focusWidget(), list_) << column;
+        QApplication::setActiveWindow(&dialog_);
+        EXPECT_TRUE(list_->hasFocus()) << column;
+    }
+    EXPECT_EQ(told_.ends, (Notices{{0, 1, "b0"}, {0, 4, "x"}}));
+}
+
 TEST_F(ListEditTest, GivesUntouchedTextsBackAsTheyWereAndPastedOnesOnOneLine) {
     list_->SetCellText(0, 1, "tab\there \x90");
     EditCellText(*list_, 0, 1);
