@@ -28,7 +28,10 @@ CellChoice::CellChoice(NewListCtrl& list, int row, int column, std::vector<std::
     for (const std::string& choice : choices_) addItem(ToOneLine(choice));
     setCurrentIndex(selectedChoice);
     setMaxVisibleItems(RowsInDropDown);
-    setGeometry(PlaceEditor(list, row, column));
+    BringIntoView(list, row, column);
+    StandOverCell();
+    connect(&list, &NewListCtrl::cellsMoved, this, &CellChoice::FollowCell);
+    connect(&list, &NewListCtrl::scrolled, this, &CellChoice::StandOverCell);
     setTabOrder(&list, this);
     view()->installEventFilter(this);
     view()->window()->installEventFilter(this);
@@ -52,6 +55,17 @@ void CellChoice::FitDropDown() {
     const int edges = 2 * view()->frameWidth() + view()->verticalScrollBar()->sizeHint().width();
     const int onScreen = screen()->availableGeometry().right() + 1 - mapToGlobal(QPoint()).x();
     view()->setMinimumWidth(std::min(widest + BesideText + edges, onScreen));
+}
+
+void CellChoice::FollowCell() {
+    if (!cell_.isValid()) return End();
+    BringIntoView(list_, cell_.row(), column_);
+    StandOverCell();
+}
+
+void CellChoice::StandOverCell() {
+    if (ended_ || !cell_.isValid()) return;
+    setGeometry(EditorPlace(list_, cell_.row(), column_));
 }
 
 bool CellChoice::event(QEvent* event) {

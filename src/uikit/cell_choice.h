@@ -12,7 +12,8 @@ namespace ostrova::uikit {
 class NewListCtrl;
 
 /// Lives as long as it has the focus: a choice, Enter and any other loss of the focus report the
-/// chosen text with the list's endLabelEdit, Escape reports no text. Then it deletes itself.
+/// chosen text with the list's endLabelEdit, Escape and the loss of its cell report no text. Then
+/// it deletes itself.
 class CellChoice : public QComboBox {
     Q_OBJECT
 
@@ -30,6 +31,8 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    void FollowCell();
+    void StandOverCell();
     void FitDropDown();
     void LeaveWhenClosed();
     void End();

@@ -25,7 +25,10 @@ CellEdit::CellEdit(NewListCtrl& list, int row, int column)
     setAutoFillBackground(true);
     setFont(list.font());
     setAlignment(list.Model().Alignment(column) | Qt::AlignVCenter);
-    setGeometry(PlaceEditor(list, row, column));
+    BringIntoView(list, row, column);
+    StandOverCell();
+    connect(&list, &NewListCtrl::cellsMoved, this, &CellEdit::FollowCell);
+    connect(&list, &NewListCtrl::scrolled, this, &CellEdit::StandOverCell);
     setText(ToQString(initialText_));
     connect(this, &QLineEdit::textEdited, this, &CellEdit::GrowToText);
     setTabOrder(&list, this);  // Tab goes on from the list
@@ -35,8 +38,14 @@ CellEdit::CellEdit(NewListCtrl& list, int row, int column)
 }
 
 void CellEdit::FollowCell() {
-    if (!cell_.isValid() || ended_) return;
-    setGeometry(PlaceEditor(list_, cell_.row(), column_));
+    if (!cell_.isValid()) return End();
+    BringIntoView(list_, cell_.row(), column_);
+    StandOverCell();
+}
+
+void CellEdit::StandOverCell() {
+    if (ended_ || !cell_.isValid()) return;
+    setGeometry(EditorPlace(list_, cell_.row(), column_));
     if (isModified()) GrowToText();
 }
 

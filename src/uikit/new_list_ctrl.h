@@ -185,6 +185,10 @@ signals:
     /// A toggle or a file chooser changed a cell, or an editor ended, which changes nothing itself:
     /// the owner stores the text, when there is one.
     void endLabelEdit(const ostrova::uikit::CellNotice& notice);
+    /// Cells may stand elsewhere or be gone: rows have changed, or the size of the list.
+    void cellsMoved();
+    /// The list shows another part of itself.
+    void scrolled();
 
 protected:
     /// The file that the user chooses for a cell, with its folder; null when he cancels.

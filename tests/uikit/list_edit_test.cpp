@@ -147,8 +147,35 @@ TEST_F(ListEditTest, ReportsTheRowWhereverItHasGone) {
     QTest::keyClick(OpenEditor(), Qt::Key_Return);
     EditCellText(*list_, 1, 1);
     list_->DeleteRow(1);
-    QTest::keyClick(OpenEditor(), Qt::Key_Return);
     EXPECT_EQ(told_.ends, (Notices{{2, 1, "b1"}, {-1, 1, std::nullopt}}));
+}
+
+TEST_F(ListEditTest, StaysOnItsCellUntilThatIsGone) {
+    list_->DeleteAllRows();
+    for (const int column : {1, 4}) {
+        list_->AppendRows({{"a"}, {"b"}});
+        list_->AppendRows(std::vector<RowTexts>(30, {"z"}));
+        QWidget* editor = EditCellText(*list_, 1, 1);
+        if (column == 4) editor = EditCellChoice(*list_, 1, column, {"x"}, 0);
+        const auto isOn = [&](int row) {
+            const QRect cell = list_->CellRect(row, column);
+            return editor->geometry().topLeft() == cell.topLeft() + QPoint(4, 0);
+        };
+        list_->InsertRow(0, {"new"});
+        list_->InsertRow(list_->GetRowCount(), {"last"});
+        EXPECT_TRUE(isOn(2));
+        EXPECT_EQ(list_->verticalScrollBar()->maximum() + list_->verticalScrollBar()->pageStep(),
+                  list_->GetRowCount());
+        list_->SetTopRow(20);
+        EXPECT_TRUE(isOn(2)) << "out of sight";
+        list_->SortBy(0, false);
+        EXPECT_TRUE(isOn(list_->GetRowCount() - 2)) << "back in sight";
+        EXPECT_TRUE(list_->viewport()->rect().contains(editor->geometry()));
+        list_->DeleteAllRows();
+        EXPECT_FALSE(editor->isVisible());
+        EXPECT_TRUE(list_->hasFocus());
+        EXPECT_EQ(told_.ends.back(), (CellNotice{-1, column, std::nullopt}));
+    }
 }
 
 TEST_F(ListEditTest, TakesItsOpenEditorAlongWhenItGoes) {
