@@ -15,6 +15,7 @@
 // and places are in viewport coordinates. Positions that don't exist are the caller's mistake.
 
 #include <QIcon>
+#include <QPersistentModelIndex>
 #include <QTreeView>
 #include <functional>
 #include <optional>
@@ -275,7 +276,7 @@ private:
     bool editLabels_ = false;
     bool togglesSelection_ = false;
     int chosenColumn_ = -1;
-    int pressedRow_ = -1;
+    QPersistentModelIndex pressedCell_;  // while the left button is down
     QPoint pressedPoint_;
 
     QList<QIcon> stateImages_;

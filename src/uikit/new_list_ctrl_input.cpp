@@ -77,9 +77,9 @@ NewListCtrl::Press NewListCtrl::BeginPress(QPoint point) {
 }
 
 void NewListCtrl::EndPress(const Press& press, Qt::KeyboardModifiers modifiers) {
-    const int row = press.cell.isValid() ? press.cell.row() : -1;
-    pressedRow_ = row;
-    if (row < 0) return;
+    pressedCell_ = press.cell;
+    if (!press.cell.isValid()) return;
+    const int row = press.cell.row();
     const int column = press.cell.column();
     const bool hasModifier = (modifiers & (Qt::ShiftModifier | Qt::ControlModifier)) != 0;
     const ColumnKind kind = hasModifier ? click_kind::ReadOnly : EditKind(row, column);
@@ -95,7 +95,8 @@ void NewListCtrl::EndPress(const Press& press, Qt::KeyboardModifiers modifiers) 
         SelectRow(row);
     }
     if (selectionCallback_) selectionCallback_(row, !unselects);
-    if (edits && !unselects) EditCell(row, column, kind);
+    // Upon which the owner may put rows in or remove them.
+    if (edits && !unselects && press.cell.isValid()) EditCell(press.cell.row(), column, kind);
 }
 
 void NewListCtrl::mouseMoveEvent(QMouseEvent* event) {
@@ -106,15 +107,15 @@ void NewListCtrl::mouseMoveEvent(QMouseEvent* event) {
     // The platform would now select the rows on the way; here the row itself is dragged, or none.
     const QPoint way = event->position().toPoint() - pressedPoint_;
     const bool isDrag = way.manhattanLength() >= QApplication::startDragDistance();
-    if (isDrag && pressedRow_ >= 0 && editCount_ == 0 && CanDrag(pressedRow_)) {
-        drag.Start(*this, pressedRow_, place);
+    if (isDrag && pressedCell_.isValid() && editCount_ == 0 && CanDrag(pressedCell_.row())) {
+        drag.Start(*this, pressedCell_.row(), place);
     }
 }
 
 void NewListCtrl::mouseReleaseEvent(QMouseEvent* event) {
     QTreeView::mouseReleaseEvent(event);
     if (event->button() != Qt::LeftButton) return;
-    pressedRow_ = -1;
+    pressedCell_ = QModelIndex();
     if (RowDrag::Current().IsFrom(*this)) RowDrag::Current().Drop();
 }
 
@@ -143,7 +144,10 @@ ColumnKind NewListCtrl::EditKind(int row, int column) const {
 
 void NewListCtrl::EditCell(int row, int column, ColumnKind kind) {
     constexpr int NarrowestForText = 5;
+    const QPersistentModelIndex cell = model_.index(row, column);
     if (editQuestion_ && !editQuestion_({row, column, std::nullopt})) return;
+    if (!cell.isValid()) return;  // a box of the owner's lets time pass
+    row = cell.row();
     switch (kind) {
         case click_kind::YesNo:
             return ToggleYesNo(row, column);

@@ -203,6 +203,22 @@ TEST_F(ListEditTest, StaysOnItsCellWhenTheColumnsChange) {
     EXPECT_EQ(OpenEditor()->geometry(), QRect(184, cell.top(), 57, cell.height()));
 }
 
+TEST_F(ListEditTest, EditsNoRowThatItsOwnerRemovesInTheMeantime) {
+    list_->SetEditLabels(true);
+    list_->SetSelectionCallback([this](int row, bool) { list_->DeleteRow(row); });
+    list_->SelectRow(2);
+    Click(*list_, 2, 0);
+    EXPECT_EQ(OpenEditor(), nullptr);
+    list_->SetEditQuestion([this](const CellNotice&) {
+        list_->DeleteRow(0);
+        return true;
+    });
+    Click(*list_, 1, 3);
+    Click(*list_, 0, 3);
+    EXPECT_EQ(list_->GetRowCount(), 0);
+    EXPECT_EQ(told_.ends, (Notices{{0, 3, "Yes"}}));
+}
+
 TEST_F(ListEditTest, TogglesYesAndNoAtTheFirstClick) {
     for (const int row : {0, 1, 2}) Click(*list_, row, 3);
     EXPECT_EQ(Column(*list_, 3), (Strings{"No", "Yes", "yes"}));
