@@ -157,7 +157,8 @@ public:
     /// Asked before any editor or toggle starts; without a question all may.
     void SetEditQuestion(EditQuestion question);
     void SetEditingEnabled(bool isOn);
-    /// Whether column 0 is edited, whatever its kind; off at first.
+    /// Whether column 0 is edited, whatever its kind; off at first. Unlike other columns it is
+    /// edited when the button goes up: a selected row can be dragged by its label.
     void SetEditLabels(bool isOn);
     /// The editors that are open and count as such: while there is one no row shows as selected.
     [[nodiscard]] int EditCount() const { return editCount_; }
@@ -277,6 +278,7 @@ private:
     bool togglesSelection_ = false;
     int chosenColumn_ = -1;
     QPersistentModelIndex pressedCell_;  // while the left button is down
+    bool opensLabel_ = false;            // when the button goes up, unless the row is dragged
     QPoint pressedPoint_;
 
     QList<QIcon> stateImages_;

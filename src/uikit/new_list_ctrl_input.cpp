@@ -42,7 +42,7 @@ void NewListCtrl::mousePressEvent(QMouseEvent* event) {
     ReportSelection(before);
 }
 
-/// The second press of a double click is a press like any other.
+/// The second press of a double click is a press like any other, but that it opens no label.
 void NewListCtrl::mouseDoubleClickEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) return OnLeftPress(event);
     QTreeView::mouseDoubleClickEvent(event);
@@ -65,6 +65,7 @@ void NewListCtrl::OnLeftPress(QMouseEvent* event) {
         QTreeView::mousePressEvent(event);
     }
     EndPress(press, modifiers);
+    if (event->type() == QEvent::MouseButtonDblClick) opensLabel_ = false;
 }
 
 NewListCtrl::Press NewListCtrl::BeginPress(QPoint point) {
@@ -78,6 +79,7 @@ NewListCtrl::Press NewListCtrl::BeginPress(QPoint point) {
 
 void NewListCtrl::EndPress(const Press& press, Qt::KeyboardModifiers modifiers) {
     pressedCell_ = press.cell;
+    opensLabel_ = false;
     if (!press.cell.isValid()) return;
     const int row = press.cell.row();
     const int column = press.cell.column();
@@ -95,8 +97,7 @@ void NewListCtrl::EndPress(const Press& press, Qt::KeyboardModifiers modifiers) 
         SelectRow(row);
     }
     if (selectionCallback_) selectionCallback_(row, !unselects);
-    // Upon which the owner may put rows in or remove them.
-    if (edits && !unselects && press.cell.isValid()) EditCell(press.cell.row(), column, kind);
+    opensLabel_ = edits && !unselects;
 }
 
 void NewListCtrl::mouseMoveEvent(QMouseEvent* event) {
@@ -107,6 +108,7 @@ void NewListCtrl::mouseMoveEvent(QMouseEvent* event) {
     // The platform would now select the rows on the way; here the row itself is dragged, or none.
     const QPoint way = event->position().toPoint() - pressedPoint_;
     const bool isDrag = way.manhattanLength() >= QApplication::startDragDistance();
+    if (isDrag) opensLabel_ = false;
     if (isDrag && pressedCell_.isValid() && editCount_ == 0 && CanDrag(pressedCell_.row())) {
         drag.Start(*this, pressedCell_.row(), place);
     }
@@ -115,8 +117,10 @@ void NewListCtrl::mouseMoveEvent(QMouseEvent* event) {
 void NewListCtrl::mouseReleaseEvent(QMouseEvent* event) {
     QTreeView::mouseReleaseEvent(event);
     if (event->button() != Qt::LeftButton) return;
-    pressedCell_ = QModelIndex();
-    if (RowDrag::Current().IsFrom(*this)) RowDrag::Current().Drop();
+    const QPersistentModelIndex cell = std::exchange(pressedCell_, QPersistentModelIndex());
+    if (RowDrag::Current().IsFrom(*this)) return RowDrag::Current().Drop();
+    if (!std::exchange(opensLabel_, false) || !cell.isValid()) return;
+    if (CanEdit(cell.row(), 0)) EditCell(cell.row(), 0, EditKind(cell.row(), 0));
 }
 
 /// What a press selected or unselected is settled; the platform would change it once more.

@@ -63,8 +63,9 @@ protected:
 TEST_F(ListDragTest, DropsARowWhereTheCursorLeadsIt) {
     const QPoint onRight(310, 0);
     Drag(1, At(3));
-    Drag(2, {10, 170});        // below all rows
-    Drag(2, {10, -5});         // above them
+    Drag(2, {10, 170});  // below all rows
+    left_->SetEditLabels(true);
+    Drag(2, {10, -5});         // above them, by the label of the selected row
     Drag(3, At(2) + onRight);  // beside the rows: as before, behind all rows
     Drag(1, At(1));            // where it was
     Drag(1, {10, 300});        // over no list
