@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QClipboard>
 #include <QFileDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QTest>
 #include <QTextEdit>
@@ -73,6 +75,26 @@ TEST(WidgetPresenter, YesIsTheDefaultAndEscapeIsNo) {
     EXPECT_FALSE(presenter.AskYesNo("Well?"));
     WhenShown([](QDialog& box) { Press(box, QMessageBox::No); });
     EXPECT_FALSE(presenter.AskYesNo("Well?"));
+}
+
+TEST(WidgetPresenter, TheTextOfABoxIsCopiedAsItWasGiven) {
+    const std::string word(100, 'x');
+    WidgetPresenter presenter;
+    WhenShown([&word](QDialog& box) {
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&box));
+        auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+        const auto copied = [&box] {
+            QTest::keyClick(box.focusWidget(), Qt::Key_C, Qt::ControlModifier);
+            return QGuiApplication::clipboard()->text().toStdString();
+        };
+        EXPECT_EQ(label->accessibleName().toStdString(), "A\n" + word);
+        EXPECT_EQ(copied(), "A\n" + word);
+        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        label->setSelection(1, static_cast<int>(label->text().size()) - 1);
+        EXPECT_EQ(copied(), "\n" + word);
+        box.reject();
+    });
+    presenter.ShowBox(MessageKind::Error, "A\n" + word);
 }
 
 TEST(WidgetPresenter, WhatOneQuestionIsToldIsForgottenByTheNext) {
