@@ -1,7 +1,10 @@
 #include "uikit/cell_choice.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
+#include <QCursor>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QScreen>
 #include <QScrollBar>
 #include <algorithm>
@@ -35,6 +38,8 @@ CellChoice::CellChoice(NewListCtrl& list, int row, int column, std::vector<std::
     setTabOrder(&list, this);
     view()->installEventFilter(this);
     view()->window()->installEventFilter(this);
+    view()->viewport()->installEventFilter(this);
+    if (QApplication::mouseButtons().testFlag(Qt::LeftButton)) openingPress_ = QCursor::pos();
     show();
     setFocus();
     showPopup();
@@ -72,8 +77,22 @@ bool CellChoice::event(QEvent* event) {
     return ClaimEditorKey(*event) || QComboBox::event(event);
 }
 
+/// The end of the press that opened the choice falls into the list that dropped down under it.
+/// However long it took, it chooses only when the cursor has been moved to a choice.
+bool CellChoice::IsEndOfOpeningPress(QObject* watched, const QEvent& event) {
+    const bool isRelease = event.type() == QEvent::MouseButtonRelease;
+    if (watched != view()->viewport() || (!isRelease && event.type() != QEvent::MouseButtonPress)) {
+        return false;
+    }
+    const std::optional<QPoint> opened = std::exchange(openingPress_, std::nullopt);
+    const QPoint now = static_cast<const QMouseEvent&>(event).globalPosition().toPoint();
+    return isRelease && opened &&
+           (now - *opened).manhattanLength() < QApplication::startDragDistance();
+}
+
 /// The dropped list: Escape in it cancels, and however it closes, the choice is over.
 bool CellChoice::eventFilter(QObject* watched, QEvent* event) {
+    if (IsEndOfOpeningPress(watched, *event)) return true;
     if (event->type() == QEvent::KeyPress &&
         static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
         cancelled_ = true;

@@ -4,6 +4,8 @@
 
 #include <QComboBox>
 #include <QPersistentModelIndex>
+#include <QPoint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,6 +36,7 @@ private:
     void FollowCell();
     void StandOverCell();
     void FitDropDown();
+    [[nodiscard]] bool IsEndOfOpeningPress(QObject* watched, const QEvent& event);
     void LeaveWhenClosed();
     void End();
 
@@ -41,6 +44,7 @@ private:
     QPersistentModelIndex cell_;  // rows can be put in and sorted while it is open
     int column_;
     std::vector<std::string> choices_;
+    std::optional<QPoint> openingPress_;  // global; while its button is down
     bool cancelled_ = false;
     bool ended_ = false;
 };
