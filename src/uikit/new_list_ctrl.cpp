@@ -19,6 +19,7 @@ NewListCtrl::NewListCtrl(QWidget* parent)
     setHeader(header_);
     setModel(&model_);
     setItemDelegate(delegate_);
+    setLayoutDirection(Qt::LeftToRight);  // of English texts; the drawing knows no other
     setRootIsDecorated(false);
     setItemsExpandable(false);
     setUniformRowHeights(true);
