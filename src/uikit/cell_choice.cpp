@@ -1,7 +1,10 @@
 #include "uikit/cell_choice.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
+#include <QCursor>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QScreen>
 #include <QScrollBar>
 #include <algorithm>
@@ -28,10 +31,15 @@ CellChoice::CellChoice(NewListCtrl& list, int row, int column, std::vector<std::
     for (const std::string& choice : choices_) addItem(ToOneLine(choice));
     setCurrentIndex(selectedChoice);
     setMaxVisibleItems(RowsInDropDown);
-    setGeometry(PlaceEditor(list, row, column));
+    BringIntoView(list, row, column);
+    StandOverCell();
+    connect(&list, &NewListCtrl::cellsMoved, this, &CellChoice::FollowCell);
+    connect(&list, &NewListCtrl::scrolled, this, &CellChoice::StandOverCell);
     setTabOrder(&list, this);
     view()->installEventFilter(this);
     view()->window()->installEventFilter(this);
+    view()->viewport()->installEventFilter(this);
+    if (QApplication::mouseButtons().testFlag(Qt::LeftButton)) openingPress_ = QCursor::pos();
     show();
     setFocus();
     showPopup();
@@ -54,12 +62,37 @@ void CellChoice::FitDropDown() {
     view()->setMinimumWidth(std::min(widest + BesideText + edges, onScreen));
 }
 
+void CellChoice::FollowCell() {
+    if (!cell_.isValid()) return End();
+    BringIntoView(list_, cell_.row(), column_);
+    StandOverCell();
+}
+
+void CellChoice::StandOverCell() {
+    if (ended_ || !cell_.isValid()) return;
+    setGeometry(EditorPlace(list_, cell_.row(), column_));
+}
+
 bool CellChoice::event(QEvent* event) {
     return ClaimEditorKey(*event) || QComboBox::event(event);
 }
 
+/// The end of the press that opened the choice falls into the list that dropped down under it.
+/// However long it took, it chooses only when the cursor has been moved to a choice.
+bool CellChoice::IsEndOfOpeningPress(QObject* watched, const QEvent& event) {
+    const bool isRelease = event.type() == QEvent::MouseButtonRelease;
+    if (watched != view()->viewport() || (!isRelease && event.type() != QEvent::MouseButtonPress)) {
+        return false;
+    }
+    const std::optional<QPoint> opened = std::exchange(openingPress_, std::nullopt);
+    const QPoint now = static_cast<const QMouseEvent&>(event).globalPosition().toPoint();
+    return isRelease && opened &&
+           (now - *opened).manhattanLength() < QApplication::startDragDistance();
+}
+
 /// The dropped list: Escape in it cancels, and however it closes, the choice is over.
 bool CellChoice::eventFilter(QObject* watched, QEvent* event) {
+    if (IsEndOfOpeningPress(watched, *event)) return true;
     if (event->type() == QEvent::KeyPress &&
         static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
         cancelled_ = true;
@@ -72,18 +105,13 @@ bool CellChoice::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void CellChoice::LeaveWhenClosed() {
-    if (!view()->isVisible()) GiveFocusBack();
-}
-
-void CellChoice::GiveFocusBack() {
-    list_.setFocus();
-    End();  // a window that isn't active loses no focus
+    if (!view()->isVisible()) End();
 }
 
 void CellChoice::keyPressEvent(QKeyEvent* event) {
     if (EndsEditing(*event)) {
         cancelled_ = event->key() == Qt::Key_Escape;
-        return GiveFocusBack();
+        return End();
     }
     QComboBox::keyPressEvent(event);
     event->accept();
@@ -99,8 +127,7 @@ void CellChoice::End() {
     CellNotice notice{cell_.isValid() ? cell_.row() : -1, column_, std::nullopt};
     const bool hasChoice = currentIndex() >= 0 && !cancelled_ && cell_.isValid();
     if (hasChoice) notice.text = choices_[currentIndex()];
-    hide();
-    deleteLater();
+    TakeEditorAway(*this, list_);
     emit list_.endLabelEdit(notice);
 }
 

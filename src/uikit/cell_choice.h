@@ -4,6 +4,8 @@
 
 #include <QComboBox>
 #include <QPersistentModelIndex>
+#include <QPoint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,7 +14,8 @@ namespace ostrova::uikit {
 class NewListCtrl;
 
 /// Lives as long as it has the focus: a choice, Enter and any other loss of the focus report the
-/// chosen text with the list's endLabelEdit, Escape reports no text. Then it deletes itself.
+/// chosen text with the list's endLabelEdit, Escape and the loss of its cell report no text. Then
+/// it deletes itself.
 class CellChoice : public QComboBox {
     Q_OBJECT
 
@@ -30,15 +33,18 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    void FollowCell();
+    void StandOverCell();
     void FitDropDown();
+    [[nodiscard]] bool IsEndOfOpeningPress(QObject* watched, const QEvent& event);
     void LeaveWhenClosed();
-    void GiveFocusBack();
     void End();
 
     NewListCtrl& list_;
     QPersistentModelIndex cell_;  // rows can be put in and sorted while it is open
     int column_;
     std::vector<std::string> choices_;
+    std::optional<QPoint> openingPress_;  // global; while its button is down
     bool cancelled_ = false;
     bool ended_ = false;
 };

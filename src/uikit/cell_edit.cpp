@@ -25,7 +25,10 @@ CellEdit::CellEdit(NewListCtrl& list, int row, int column)
     setAutoFillBackground(true);
     setFont(list.font());
     setAlignment(list.Model().Alignment(column) | Qt::AlignVCenter);
-    setGeometry(PlaceEditor(list, row, column));
+    BringIntoView(list, row, column);
+    StandOverCell();
+    connect(&list, &NewListCtrl::cellsMoved, this, &CellEdit::FollowCell);
+    connect(&list, &NewListCtrl::scrolled, this, &CellEdit::StandOverCell);
     setText(ToQString(initialText_));
     connect(this, &QLineEdit::textEdited, this, &CellEdit::GrowToText);
     setTabOrder(&list, this);  // Tab goes on from the list
@@ -35,8 +38,14 @@ CellEdit::CellEdit(NewListCtrl& list, int row, int column)
 }
 
 void CellEdit::FollowCell() {
-    if (!cell_.isValid() || ended_) return;
-    setGeometry(PlaceEditor(list_, cell_.row(), column_));
+    if (!cell_.isValid()) return End();
+    BringIntoView(list_, cell_.row(), column_);
+    StandOverCell();
+}
+
+void CellEdit::StandOverCell() {
+    if (ended_ || !cell_.isValid()) return;
+    setGeometry(EditorPlace(list_, cell_.row(), column_));
     if (isModified()) GrowToText();
 }
 
@@ -47,8 +56,7 @@ bool CellEdit::event(QEvent* event) {
 void CellEdit::keyPressEvent(QKeyEvent* event) {
     if (EndsEditing(*event)) {
         cancelled_ = event->key() == Qt::Key_Escape;
-        list_.setFocus();
-        return End();  // a window that isn't active loses no focus
+        return End();
     }
     QLineEdit::keyPressEvent(event);
     event->accept();  // none of it is meant for the dialog
@@ -64,8 +72,7 @@ void CellEdit::End() {
     if (std::exchange(ended_, true)) return;
     CellNotice notice{cell_.isValid() ? cell_.row() : -1, column_, std::nullopt};
     if (!cancelled_ && cell_.isValid()) notice.text = EditedText();
-    hide();
-    deleteLater();
+    TakeEditorAway(*this, list_);
     list_.EditorClosed();
     emit list_.endLabelEdit(notice);
 }

@@ -11,16 +11,13 @@ namespace ostrova::uikit {
 class NewListCtrl;
 
 /// Lives as long as it has the focus: Enter and any other loss of the focus report its text with
-/// the list's endLabelEdit, Escape reports no text. Then it deletes itself.
+/// the list's endLabelEdit, Escape and the loss of its cell report no text. Then it deletes itself.
 class CellEdit : public QLineEdit {
     Q_OBJECT
 
 public:
     /// Shown over the cell, with the focus and the whole text selected. `list` owns it.
     CellEdit(NewListCtrl& list, int row, int column);
-
-    /// Stands over its cell again after columns have changed.
-    void FollowCell();
 
 protected:
     bool event(QEvent* event) override;
@@ -29,6 +26,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void FollowCell();
+    void StandOverCell();
     void GrowToText();
     void End();
     [[nodiscard]] std::string EditedText() const;

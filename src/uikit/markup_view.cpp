@@ -98,17 +98,22 @@ void MarkupView::Render(const Content& content, std::vector<LinkRange>* links) {
     }
 }
 
-/// The same text in another look: positions, links, the focus and the selection stay.
+/// The same text in another look: positions, links, the focus, the selection and what is in view
+/// stay.
 void MarkupView::RenderAgain() {
     if (contents_.empty()) return;
     const int anchor = textCursor().anchor();
     const int position = textCursor().position();
+    const int across = horizontalScrollBar()->value();
+    const int down = verticalScrollBar()->value();
     clear();
     for (const Content& content : contents_) Render(content, nullptr);
     QTextCursor after(document());
     after.setPosition(anchor);
     after.setPosition(position, QTextCursor::KeepAnchor);
-    setTextCursor(after);
+    setTextCursor(after);  // and brings it into view
+    horizontalScrollBar()->setValue(across);
+    verticalScrollBar()->setValue(down);
     OutlineFocusedLink();
 }
 

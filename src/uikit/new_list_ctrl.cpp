@@ -20,6 +20,7 @@ NewListCtrl::NewListCtrl(QWidget* parent)
     setHeader(header_);
     setModel(&model_);
     setItemDelegate(delegate_);
+    setLayoutDirection(Qt::LeftToRight);  // of English texts; the drawing knows no other
     setRootIsDecorated(false);
     setItemsExpandable(false);
     setUniformRowHeights(true);
@@ -43,6 +44,11 @@ NewListCtrl::NewListCtrl(QWidget* parent)
     connect(header_, &QHeaderView::sectionClicked, this, &NewListCtrl::OnHeaderClick);
     connect(header_, &ListHeader::columnDropped, this, &NewListCtrl::MoveColumn);
     const auto takeFocus = [this] { setFocus(); };
+    // After the view, which has connected itself with the model.
+    connect(&model_, &ListModel::layoutChanged, this, &NewListCtrl::cellsMoved);
+    connect(&model_, &ListModel::rowsInserted, this, &NewListCtrl::cellsMoved);
+    connect(&model_, &ListModel::rowsRemoved, this, &NewListCtrl::cellsMoved);
+    connect(&model_, &ListModel::modelReset, this, &NewListCtrl::cellsMoved);
     connect(verticalScrollBar(), &QScrollBar::actionTriggered, this, takeFocus);
     connect(horizontalScrollBar(), &QScrollBar::actionTriggered, this, takeFocus);
 }
@@ -59,8 +65,8 @@ NewListCtrl::~NewListCtrl() {
 void NewListCtrl::InsertRow(int row, RowTexts texts) {
     const bool isKnown = layoutPending_ && !QAccessible::isActive();
     if (isKnown && model_.InsertRowUntold(row, texts)) return;
-    model_.InsertRow(row, std::move(texts));
     layoutPending_ = true;
+    model_.InsertRow(row, std::move(texts));  // an open editor lays out at once, to follow its row
 }
 
 void NewListCtrl::doItemsLayout() {
@@ -265,6 +271,7 @@ void NewListCtrl::paintEvent(QPaintEvent* event) {
 
 void NewListCtrl::scrollContentsBy(int dx, int dy) {
     QTreeView::scrollContentsBy(dx, dy);
+    emit scrolled();
     if (dx != 0) viewport()->update();  // what ends at the right edge has moved away from it
     if (dy != 0 && scrollCallback_) scrollCallback_();
 }

@@ -15,6 +15,7 @@
 // and places are in viewport coordinates. Positions that don't exist are the caller's mistake.
 
 #include <QIcon>
+#include <QPersistentModelIndex>
 #include <QTreeView>
 #include <functional>
 #include <optional>
@@ -156,7 +157,8 @@ public:
     /// Asked before any editor or toggle starts; without a question all may.
     void SetEditQuestion(EditQuestion question);
     void SetEditingEnabled(bool isOn);
-    /// Whether column 0 is edited, whatever its kind; off at first.
+    /// Whether column 0 is edited, whatever its kind; off at first. Unlike other columns it is
+    /// edited when the button goes up: a selected row can be dragged by its label.
     void SetEditLabels(bool isOn);
     /// The editors that are open and count as such: while there is one no row shows as selected.
     [[nodiscard]] int EditCount() const { return editCount_; }
@@ -185,6 +187,10 @@ signals:
     /// A toggle or a file chooser changed a cell, or an editor ended, which changes nothing itself:
     /// the owner stores the text, when there is one.
     void endLabelEdit(const ostrova::uikit::CellNotice& notice);
+    /// Cells may stand elsewhere or be gone: rows have changed, or the size of the list.
+    void cellsMoved();
+    /// The list shows another part of itself.
+    void scrolled();
 
 protected:
     /// The file that the user chooses for a cell, with its folder; null when he cancels.
@@ -271,7 +277,8 @@ private:
     bool editLabels_ = false;
     bool togglesSelection_ = false;
     int chosenColumn_ = -1;
-    int pressedRow_ = -1;
+    QPersistentModelIndex pressedCell_;  // while the left button is down
+    bool opensLabel_ = false;            // when the button goes up, unless the row is dragged
     QPoint pressedPoint_;
 
     QList<QIcon> stateImages_;

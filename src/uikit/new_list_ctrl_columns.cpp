@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "uikit/cell_edit.h"
 #include "uikit/cell_text.h"
 #include "uikit/column_fit.h"
 #include "uikit/list_header.h"
@@ -156,7 +155,7 @@ void NewListCtrl::AutoFit() {
 void NewListCtrl::resizeEvent(QResizeEvent* event) {
     AutoFit();  // first, or the platform shows a scroll bar for the columns as they were
     QTreeView::resizeEvent(event);
-    for (CellEdit* editor : viewport()->findChildren<CellEdit*>()) editor->FollowCell();
+    emit cellsMoved();
 }
 
 /// A width that the list did not set itself: the user drags a divider, or the owner sets it.

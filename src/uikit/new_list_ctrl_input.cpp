@@ -42,7 +42,7 @@ void NewListCtrl::mousePressEvent(QMouseEvent* event) {
     ReportSelection(before);
 }
 
-/// The second press of a double click is a press like any other.
+/// The second press of a double click is a press like any other, but that it opens no label.
 void NewListCtrl::mouseDoubleClickEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) return OnLeftPress(event);
     QTreeView::mouseDoubleClickEvent(event);
@@ -65,6 +65,7 @@ void NewListCtrl::OnLeftPress(QMouseEvent* event) {
         QTreeView::mousePressEvent(event);
     }
     EndPress(press, modifiers);
+    if (event->type() == QEvent::MouseButtonDblClick) opensLabel_ = false;
 }
 
 NewListCtrl::Press NewListCtrl::BeginPress(QPoint point) {
@@ -77,9 +78,10 @@ NewListCtrl::Press NewListCtrl::BeginPress(QPoint point) {
 }
 
 void NewListCtrl::EndPress(const Press& press, Qt::KeyboardModifiers modifiers) {
-    const int row = press.cell.isValid() ? press.cell.row() : -1;
-    pressedRow_ = row;
-    if (row < 0) return;
+    pressedCell_ = press.cell;
+    opensLabel_ = false;
+    if (!press.cell.isValid()) return;
+    const int row = press.cell.row();
     const int column = press.cell.column();
     const bool hasModifier = (modifiers & (Qt::ShiftModifier | Qt::ControlModifier)) != 0;
     const ColumnKind kind = hasModifier ? click_kind::ReadOnly : EditKind(row, column);
@@ -95,7 +97,7 @@ void NewListCtrl::EndPress(const Press& press, Qt::KeyboardModifiers modifiers) 
         SelectRow(row);
     }
     if (selectionCallback_) selectionCallback_(row, !unselects);
-    if (edits && !unselects) EditCell(row, column, kind);
+    opensLabel_ = edits && !unselects;
 }
 
 void NewListCtrl::mouseMoveEvent(QMouseEvent* event) {
@@ -106,16 +108,19 @@ void NewListCtrl::mouseMoveEvent(QMouseEvent* event) {
     // The platform would now select the rows on the way; here the row itself is dragged, or none.
     const QPoint way = event->position().toPoint() - pressedPoint_;
     const bool isDrag = way.manhattanLength() >= QApplication::startDragDistance();
-    if (isDrag && pressedRow_ >= 0 && editCount_ == 0 && CanDrag(pressedRow_)) {
-        drag.Start(*this, pressedRow_, place);
+    if (isDrag) opensLabel_ = false;
+    if (isDrag && pressedCell_.isValid() && editCount_ == 0 && CanDrag(pressedCell_.row())) {
+        drag.Start(*this, pressedCell_.row(), place);
     }
 }
 
 void NewListCtrl::mouseReleaseEvent(QMouseEvent* event) {
     QTreeView::mouseReleaseEvent(event);
     if (event->button() != Qt::LeftButton) return;
-    pressedRow_ = -1;
-    if (RowDrag::Current().IsFrom(*this)) RowDrag::Current().Drop();
+    const QPersistentModelIndex cell = std::exchange(pressedCell_, QPersistentModelIndex());
+    if (RowDrag::Current().IsFrom(*this)) return RowDrag::Current().Drop();
+    if (!std::exchange(opensLabel_, false) || !cell.isValid()) return;
+    if (CanEdit(cell.row(), 0)) EditCell(cell.row(), 0, EditKind(cell.row(), 0));
 }
 
 /// What a press selected or unselected is settled; the platform would change it once more.
@@ -143,7 +148,10 @@ ColumnKind NewListCtrl::EditKind(int row, int column) const {
 
 void NewListCtrl::EditCell(int row, int column, ColumnKind kind) {
     constexpr int NarrowestForText = 5;
+    const QPersistentModelIndex cell = model_.index(row, column);
     if (editQuestion_ && !editQuestion_({row, column, std::nullopt})) return;
+    if (!cell.isValid()) return;  // a box of the owner's lets time pass
+    row = cell.row();
     switch (kind) {
         case click_kind::YesNo:
             return ToggleYesNo(row, column);

@@ -4,6 +4,11 @@
 #include <algorithm>
 
 namespace ostrova::uikit {
+namespace {
+
+constexpr QChar ZeroWidthSpace(0x200B);
+
+}  // namespace
 
 QString PlainToolTip(const QString& text) {
     constexpr qsizetype LongestLine = 100;  // characters; what must wrap is made narrow by Qt
@@ -18,7 +23,6 @@ QString PlainToolTip(const QString& text) {
 QString BreakableText(const QString& text) {
     constexpr int LongestWord = 40;  // characters that any place for a text can hold
     constexpr int BreakEvery = 8;
-    constexpr QChar ZeroWidthSpace(0x200B);
     QString result;
     int wordLength = 0;
     for (const QChar c : text) {
@@ -28,6 +32,10 @@ QString BreakableText(const QString& text) {
         result += c;
     }
     return result;
+}
+
+QString WithoutBreaks(QString selection) {
+    return selection.remove(ZeroWidthSpace).replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
 }
 
 QString PlainWindowTitle(const QString& text) {

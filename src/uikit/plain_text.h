@@ -14,6 +14,9 @@ namespace ostrova::uikit {
 /// an address of 500 characters.
 [[nodiscard]] QString BreakableText(const QString& text);
 
+/// What a widget with a `BreakableText` says is selected, as it was written.
+[[nodiscard]] QString WithoutBreaks(QString selection);
+
 /// `text` for the title of a window, where "[*]" would stand for "changed".
 [[nodiscard]] QString PlainWindowTitle(const QString& text);
 

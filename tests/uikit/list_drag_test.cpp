@@ -61,10 +61,11 @@ protected:
 };
 
 TEST_F(ListDragTest, DropsARowWhereTheCursorLeadsIt) {
+    left_->SetEditLabels(true);
     for (const auto& [row, to] : Rows<int, QPoint>{
              {1, At(3)},
              {2, {10, 170}},               // below all rows
-             {2, {10, -5}},                // above them
+             {2, {10, -5}},                // above them, by the label of the selected row
              {3, At(2) + QPoint(310, 0)},  // beside the rows: as before, behind all rows
              {1, At(1)},                   // where it was
              {1, {10, 300}},               // over no list

@@ -110,6 +110,18 @@ TEST_F(ListEditTest, EndsAnEditWithItsTextOrWithout) {
     EXPECT_TRUE(dialog_.isVisible());
 }
 
+TEST_F(ListEditTest, HasTheFocusWhenTheUserComesBackToItsWindow) {
+    for (const int column : {1, 4}) {
+        if (column == 1) EditCellText(*list_, 0, column);
+        if (column == 4) EditCellChoice(*list_, 0, column, {"x"}, 0)->hidePopup();
+        QApplication::setActiveWindow(nullptr);
+        EXPECT_EQ(dialog_.focusWidget(), list_) << column;
+        QApplication::setActiveWindow(&dialog_);
+        EXPECT_TRUE(list_->hasFocus()) << column;
+    }
+    EXPECT_EQ(ends_, (Strings{"0,1 b0", "0,4 x"}));
+}
+
 TEST_F(ListEditTest, GivesUntouchedTextsBackAsTheyWereAndPastedOnesOnOneLine) {
     list_->SetCellText(0, 1, "tab\there \x90");
     EditCellText(*list_, 0, 1);
@@ -129,9 +141,40 @@ TEST_F(ListEditTest, ReportsTheRowWhereverItHasGone) {
     list_->DeleteRow(1);
     EndEdit();
     EXPECT_EQ(ends_, (Strings{"2,1 b1", "-1,1 (cancelled)"}));
+}
+
+TEST_F(ListEditTest, StaysOnItsCellUntilThatIsGone) {
+    list_->DeleteAllRows();
+    for (const int column : {1, 4}) {
+        list_->AppendRows({{"a"}, {"b"}});
+        list_->AppendRows(std::vector<RowTexts>(30, {"z"}));
+        QWidget* editor = EditCellText(*list_, 1, 1);
+        if (column == 4) editor = EditCellChoice(*list_, 1, column, {"x"}, 0);
+        const auto isOn = [&](int row) {
+            const QRect cell = list_->CellRect(row, column);
+            return editor->geometry().topLeft() == cell.topLeft() + QPoint(4, 0);
+        };
+        list_->InsertRow(0, {"new"});
+        list_->InsertRow(list_->GetRowCount(), {"last"});
+        EXPECT_TRUE(isOn(2));
+        EXPECT_EQ(list_->verticalScrollBar()->maximum() + list_->verticalScrollBar()->pageStep(),
+                  list_->GetRowCount());
+        list_->SetTopRow(20);
+        EXPECT_TRUE(isOn(2)) << "out of sight";
+        list_->SortBy(0, false);
+        EXPECT_TRUE(isOn(list_->GetRowCount() - 2)) << "back in sight";
+        EXPECT_TRUE(list_->viewport()->rect().contains(editor->geometry()));
+        list_->DeleteAllRows();
+        EXPECT_FALSE(editor->isVisible());
+        EXPECT_TRUE(list_->hasFocus());
+        EXPECT_EQ(ends_.back(), "-1," + std::to_string(column) + " (cancelled)");
+    }
+}
+
+TEST_F(ListEditTest, TakesItsOpenEditorAlongWhenItGoes) {
     EditCellText(*list_, 1, 1);
     delete list_;
-    EXPECT_EQ(ends_.size(), 2U) << "the editor goes with its list";
+    EXPECT_EQ(ends_, Strings{}) << "the editor goes with its list";
 }
 
 TEST_F(ListEditTest, GrowsUpToTheEdgeOfTheListAndFollowsItsCell) {
@@ -148,6 +191,22 @@ TEST_F(ListEditTest, GrowsUpToTheEdgeOfTheListAndFollowsItsCell) {
     EditCellText(*list_, 0, 3);
     list_->resize(300, 200);
     EXPECT_EQ(OpenEditor()->geometry(), QRect(184, cell.top(), 57, cell.height()));
+}
+
+TEST_F(ListEditTest, EditsNoRowThatItsOwnerRemovesInTheMeantime) {
+    list_->SetEditLabels(true);
+    list_->SetSelectionCallback([this](int row, bool) { list_->DeleteRow(row); });
+    list_->SelectRow(2);
+    Click(2, 0);
+    EXPECT_EQ(OpenEditor(), nullptr);
+    list_->SetEditQuestion([this](const CellNotice&) {
+        list_->DeleteRow(0);
+        return true;
+    });
+    Click(1, 3);
+    Click(0, 3);
+    EXPECT_EQ(list_->GetRowCount(), 0);
+    EXPECT_EQ(ends_, Strings{"0,3 Yes"});
 }
 
 TEST_F(ListEditTest, TogglesYesAndNoAtTheFirstClick) {

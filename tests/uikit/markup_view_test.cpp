@@ -3,6 +3,7 @@
 #include <QClipboard>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QScrollBar>
 #include <QTextBlock>
 
 #include "tests/gallery/gallery.h"
@@ -136,6 +137,16 @@ TEST_F(MarkupViewTest, FollowsFontAndPaletteWithoutLosingLinks) {
     EXPECT_GT(formatAt(2).foreground().color().lightness(), 128);
     EXPECT_EQ(LinkOn(1) + LinkOn(2), "u");
     EXPECT_EQ(view.toPlainText(), "abc");
+}
+
+TEST_F(MarkupViewTest, StaysScrolledWhenThePaletteChanges) {
+    std::string text;
+    for (int line = 0; line < 5000; ++line) text += "a line\n";
+    view.SetMarkup(text);
+    view.verticalScrollBar()->setValue(view.verticalScrollBar()->maximum());
+    const int scrolled = view.verticalScrollBar()->value();
+    view.setPalette(gallery::DarkPalette());
+    EXPECT_EQ(view.verticalScrollBar()->value(), scrolled);
 }
 
 }  // namespace

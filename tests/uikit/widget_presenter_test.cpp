@@ -1,6 +1,8 @@
 #include "uikit/widget_presenter.h"
 
+#include <QClipboard>
 #include <QFileDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QTextEdit>
 #include <atomic>
@@ -82,6 +84,25 @@ TEST_F(WidgetPresenterTest, EveryStandardBoxHasItsCaptionIconAndCut) {
 TEST_F(WidgetPresenterTest, YesIsTheDefault) {
     EXPECT_TRUE(Answer([](QDialog& box) { QTest::keyClick(box.focusWidget(), Qt::Key_Return); }));
     EXPECT_FALSE(Answer(Press(QMessageBox::No)));
+}
+
+TEST_F(WidgetPresenterTest, TheTextOfABoxIsCopiedAsItWasGiven) {
+    const std::string word(100, 'x');
+    WhenShown([&word](QDialog& box) {
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&box));
+        auto* label = box.findChild<QLabel*>("qt_msgbox_label");
+        const auto copied = [&box] {
+            QTest::keyClick(box.focusWidget(), Qt::Key_C, Qt::ControlModifier);
+            return QGuiApplication::clipboard()->text().toStdString();
+        };
+        EXPECT_EQ(label->accessibleName().toStdString(), "A\n" + word);
+        EXPECT_EQ(copied(), "A\n" + word);
+        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        label->setSelection(1, static_cast<int>(label->text().size()) - 1);
+        EXPECT_EQ(copied(), "\n" + word);
+        box.reject();
+    });
+    presenter->ShowBox(MessageKind::Error, "A\n" + word);
 }
 
 TEST_F(WidgetPresenterTest, WhatOneQuestionIsToldIsForgottenByTheNext) {
