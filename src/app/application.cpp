@@ -61,7 +61,6 @@ void Application::Start(const CommandLine& commandLine) {
             "The settings can't be read; the data folder is taken to be '%s'\n", settings_.folder);
     }
     EnterDataFolder();
-    SweepFolders();
 
     upgradeHttp_ = parts_.makeHttp();
     upgrades_ = std::make_unique<UpgradeCheck>(
@@ -113,6 +112,7 @@ RunWeekend Application::Runner() {
 }
 
 void Application::RunBackground() {
+    SweepFolders();
     if (commandLine_.openWindowNow) parts_.relaunch();
     BackgroundLoop loop(*parts_.clock, Tasks());
     loop.Run(state_.displayedWeekend.anchor, firstWake_);

@@ -54,9 +54,8 @@ public:
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
 
-    /// Loads the settings, makes the data folder the current one, sweeps what killed runs left,
-    /// starts the automatic upgrade check when it is due, and works out the current weekend and the
-    /// first wake-up.
+    /// Loads the settings, makes the data folder the current one, starts the automatic upgrade
+    /// check when it is due, and works out the current weekend and the first wake-up.
     void Start(const CommandLine& commandLine);
 
     /// The background process: never returns.
@@ -66,6 +65,8 @@ public:
     [[nodiscard]] bool ClaimMainWindow();
     /// Interactive: fetches the current weekend, or the one before.
     void LoadFirstWeekend();
+    /// Sweeps what killed runs left; the background process does so by itself.
+    void SweepFolders();
     /// Interactive: writes down that the main window is open. Does nothing once it is closed.
     void RecordMainWindow();
     /// Interactive: the main window has been placed.
@@ -89,7 +90,6 @@ public:
 private:
     [[nodiscard]] SettingsPlace Place();
     void EnterDataFolder();
-    void SweepFolders();
     [[nodiscard]] bool NightPagesAreCached() const;
     [[nodiscard]] BackgroundTasks Tasks();
     void ReloadSettings();

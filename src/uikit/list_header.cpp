@@ -123,7 +123,7 @@ void ListHeader::paintSection(QPainter* painter, const QRect& rect, int section)
     initStyleOption(&option);
     option.rect = rect;
     initStyleOptionForIndex(&option, section);
-    style()->drawControl(QStyle::CE_HeaderSection, &option, painter, this);
+    PaintGround(*painter, option);
 
     const QFontMetrics metrics = fontMetrics();
     const QRect room = CellTextRect(rect, section, CellMargin(metrics));
@@ -143,6 +143,36 @@ void ListHeader::paintSection(QPainter* painter, const QRect& rect, int section)
                               line.top() + (line.height() - size.height() + 1) / 2},
                              size});
     }
+}
+
+/// A wide section is drawn narrow and its middle made wider. Styles draw light along a section's
+/// edge with a translucent pen, and of such a line Qt has threads paint each hundred points.
+void ListHeader::PaintGround(QPainter& painter, QStyleOptionHeader& option) const {
+    constexpr int Narrow = 40;
+    constexpr int Side = 8;
+    const QRect rect = option.rect;
+    const int middle = rect.width() - 2 * Side;
+    if (rect.width() <= Narrow || rect.height() <= 0) {
+        style()->drawControl(QStyle::CE_HeaderSection, &option, &painter, this);
+        return;
+    }
+    const double scale = devicePixelRatioF();
+    QPixmap ground(QSize(Narrow, rect.height()) * scale);
+    ground.setDevicePixelRatio(scale);
+    ground.fill(Qt::transparent);
+    QPainter narrow(&ground);
+    option.rect = QRect(0, 0, Narrow, rect.height());
+    style()->drawControl(QStyle::CE_HeaderSection, &option, &narrow, this);
+    narrow.end();
+    option.rect = rect;
+    const auto copy = [&](int from, int fromWidth, int to, int toWidth) {
+        painter.drawPixmap(
+            QRectF(rect.left() + to, rect.top(), toWidth, rect.height()), ground,
+            QRectF(from * scale, 0, fromWidth * scale, static_cast<double>(ground.height())));
+    };
+    copy(0, Side, 0, Side);
+    copy(Side, Narrow - 2 * Side, Side, middle);
+    copy(Narrow - Side, Side, Side + middle, Side);
 }
 
 QSize ListHeader::sectionSizeFromContents(int section) const {

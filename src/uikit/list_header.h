@@ -39,6 +39,7 @@ private:
     [[nodiscard]] int ColumnAt(int x) const;
     void MoveMarker(int column);
     void DropColumn();
+    void PaintGround(QPainter& painter, QStyleOptionHeader& option) const;
     [[nodiscard]] QSize ArrowSize() const;
     void PaintArrow(QPainter* painter, const QRect& rect) const;
 

@@ -26,9 +26,9 @@ constexpr int AboutCommandPage = SaturdayNightPage;
 
 constexpr const char* SongPageTitles[] = {"Results", "Friday", "Saturday AM", "Saturday PM"};
 
-// The record goes to the disk, which may take as long as all the rest of the start: the first
-// picture comes before it. Meanwhile the lock alone keeps a second window out.
-constexpr std::chrono::milliseconds RecordDelay{100};
+// What waits for the disk may take as long as all the rest of the start: the first picture comes
+// before it. Until the record is written the lock alone keeps a second window out.
+constexpr std::chrono::milliseconds DiskDelay{100};
 
 // How often a running upgrade check is looked at. There is no timer while none runs.
 constexpr std::chrono::milliseconds UpgradePoll{100};
@@ -50,7 +50,10 @@ MainDialog::MainDialog(MainWorld world) : world_(std::move(world)), upgradePoll_
 MainDialog::~MainDialog() = default;
 
 void MainDialog::OnInitDialog() {
-    QTimer::singleShot(RecordDelay, this, [this] { world_.application->RecordMainWindow(); });
+    QTimer::singleShot(DiskDelay, this, [this] {
+        world_.application->RecordMainWindow();
+        world_.application->SweepFolders();
+    });
     MakePages();
     ReplacePlaceholder();
     ConnectPages();

@@ -31,6 +31,7 @@ signals:
     void pageChanged(ostrova::pages::SheetPage* left, ostrova::pages::SheetPage* entered);
 
 protected:
+    void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
