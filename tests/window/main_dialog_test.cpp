@@ -35,6 +35,7 @@ constexpr const char* List = "\"A Song\"\t\"\"\r\n";
 constexpr int SongName = 1026;
 constexpr int ShowDate = 1039;
 constexpr int SearchNow = 1032;
+constexpr int AddThisSong = 1045;
 constexpr int CheckNow = 1061;
 constexpr int Exit = 2;
 const std::string Offer = std::string("Question: ") + app::NewPlaylistsQuestion;
@@ -186,6 +187,25 @@ TEST_F(MainDialogTest, AFavouriteAddedByKeysIsFoundAndStillThereNextTime) {
     EXPECT_EQ(ListFile(), "\"a song\"\t\"\"\r\n");
     Open();
     EXPECT_EQ(Sheet().currentIndex(), Results);
+}
+
+TEST_F(MainDialogTest, TheListIsTheSameWhetherItsPageIsMadeOrNot) {
+    for (const bool isMade : {false, true}) {
+        SCOPED_TRACE(isMade);
+        user_.WriteList("\"Z\"\t\"Zoe\"\r\n\"B\"\t\"aa\"\r\n");
+        Open();
+        GoTo(Friday);
+        ListOn(Friday)->SelectRow(0);
+        Press(Friday, AddThisSong);
+        EXPECT_FALSE(Sheet().PageAt(Search)->IsCreated());
+        if (isMade) {
+            GoTo(Search);
+            EXPECT_EQ(Titles(Search), (Lines{"aa", "An Artist", "Zoe"}));
+            EXPECT_EQ(ListOn(Search)->SelectedRow(), 1);
+        }
+        Close();
+        EXPECT_EQ(ListFile(), "\"B\"\t\"aa\"\r\n\"A Song\"\t\"An Artist\"\r\n\"Z\"\t\"Zoe\"\r\n");
+    }
 }
 
 TEST_F(MainDialogTest, AnEditThatIsLeftForAnotherPageIsSearchedFor) {
