@@ -153,6 +153,26 @@ TEST_F(MainDialogTest, EnterNeverEndsItButEscapeAndEveryExitDo) {
     EXPECT_EQ(user_.closed, Options + 2);
 }
 
+TEST_F(MainDialogTest, TheListIsTheSameWhetherItsPageIsMadeOrNot) {
+    for (const bool isMade : {false, true}) {
+        SCOPED_TRACE(isMade);
+        user_.WriteList("\"Z\"\t\"Zoe\"\r\n\"B\"\t\"aa\"\r\n");
+        Open();
+        GoTo(Friday);
+        ListOn(Friday)->SelectRow(0);
+        Press(Friday, SongAddSong);
+        EXPECT_FALSE(Sheet().PageAt(Search)->IsCreated());
+        if (isMade) {
+            GoTo(Search);
+            EXPECT_EQ(Titles(Search), "aa|An Artist|Zoe");
+            EXPECT_EQ(ListOn(Search)->SelectedRow(), 1);
+        }
+        user_.dialog->close();
+        WindowUser::Settle();
+        EXPECT_EQ(ListFile(), "\"B\"\t\"aa\"\r\n\"A Song\"\t\"An Artist\"\r\n\"Z\"\t\"Zoe\"\r\n");
+    }
+}
+
 TEST_F(MainDialogTest, AnEditThatIsLeftForAnotherPageIsSearchedFor) {
     user_.WriteList("\"Nothing\"\t\"\"\r\n");
     Open();
