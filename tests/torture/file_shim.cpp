@@ -186,12 +186,6 @@ OPEN(open, AT_FDCWD)
 OPEN(open64, AT_FDCWD)
 OPEN(openat, at, int at COMMA)
 OPEN(openat64, at, int at COMMA)
-int __open_2(const char* path, int flags) {
-    return Open(AT_FDCWD, path, flags, 0);
-}
-int __open64_2(const char* path, int flags) {
-    return Open(AT_FDCWD, path, flags, 0);
-}
 DIR* opendir(const char* path) {
     static const auto next = reinterpret_cast<DIR* (*)(const char*)>(::dlsym(RTLD_NEXT, "opendir"));
     const int fault = Count("open", WatchedPath(AT_FDCWD, path));
@@ -211,9 +205,6 @@ ssize_t read(int descriptor, void* bytes, std::size_t size) {
 }
 ssize_t write(int descriptor, const void* bytes, std::size_t size) {
     return Transfer("write", SYS_write, descriptor, bytes, size);
-}
-ssize_t pread(int descriptor, void* bytes, std::size_t size, off_t offset) {
-    return Transfer("pread", SYS_pread64, descriptor, bytes, size, offset);
 }
 ssize_t pwrite(int descriptor, const void* bytes, std::size_t size, off_t offset) {
     return Transfer("pwrite", SYS_pwrite64, descriptor, bytes, size, offset);
