@@ -120,7 +120,6 @@ int OpenWindow(const std::vector<std::string>& words) {
 
 int FrontDoor(const std::vector<std::string>& words) {
     platform::IgnoreFatalWriteSignals();
-    platform::IgnoreFatalWriteSignals();
     // These two come before the options, for which "--help" would be the letter "-": everybody
     // expects them of a program.
     if (Holds(words, "--help")) {

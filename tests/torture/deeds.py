@@ -248,7 +248,8 @@ class BackgroundFetch(CachePage):
         if "LatestVantra.txt" in name:
             return {None, self.site.get("/Ostrova/LatestVersion.txt")}
         if name.startswith("home/.local"):  # the data folder when the settings can't be read
-            return {None, self.saved.get(name.replace("home/.local/share/Ostrova", "data"))}
+            name = name.replace("home/.local/share/Ostrova", "data")
+            return {None, self.saved.get(name), new.get(name)}
         return super().may_change(name, old, new)
 
     def judge(self, case, run, fault, world):

@@ -204,16 +204,17 @@ class Background(Resident):
 
     def __init__(self, world, clock, preload=(), extra=None):
         self.folder = world.root / "bin"
-        self.opened = world.root / "opened"
-        self.opened.unlink(missing_ok=True)
+        # Of its own: a window that the last one opened may be slow to come.
+        self.opened = world.root / f"opened-{time.monotonic_ns()}"
         if not self.folder.exists():
             self.folder.mkdir()
             shutil.copy(PROGRAMS / "ostrova", self.folder)
             window = self.folder / "ostrova-window"
-            window.write_text(f"#!/bin/sh\necho >>'{self.opened}'\n")
+            window.write_text('#!/bin/sh\necho >>"$TORTURE_OPENED"\n')
             window.chmod(0o700)
         super().__init__(world, clock, [self.folder / "ostrova", "-A"],
-                         {**shims("clock_shim", *preload), **(extra or {})})
+                         {**shims("clock_shim", *preload), "TORTURE_OPENED": str(self.opened),
+                          **(extra or {})})
 
     def windows(self):
         return len(lines_of(self.opened))
@@ -224,12 +225,14 @@ class Background(Resident):
         return [f"{words[0]} {words[1]} {words[4].rstrip(':')}" for words in lines]
 
     def waits(self):
-        """Whether it waits on a timer; the clock library's are of this kind, and nothing else."""
+        """Whether it waits for its time: it has a timer, which is an eventfd of the clock library's,
+        and has let go of the network, as it does when all that it had to do is done."""
         try:
-            folder = f"/proc/{self.process.pid}/fd"
-            return any("eventfd" in os.readlink(f"{folder}/{name}") for name in os.listdir(folder))
+            folder = Path(f"/proc/{self.process.pid}/fd")
+            kinds = " ".join(os.readlink(name) for name in folder.iterdir())
         except OSError:
             return False
+        return "eventfd" in kinds and "socket" not in kinds
 
     def processor_seconds(self):
         words = Path(f"/proc/{self.process.pid}/stat").read_text().rpartition(")")[2].split()
