@@ -57,15 +57,32 @@ def first_start(desk):
     close(desk, program)
 
 
-def friday(desk, answer, shown):
+def answer(desk, title, text, button):
+    """Reads a box and presses one of its buttons."""
+    box = desk.window(title)
+    has_text(box, text)
+    press(box, "push button", button)
+    desk.gone(title)
+
+
+def choose_first_year(desk, *site_options):
+    """A window in which the programme's first year has just been chosen."""
+    desk.open_site(WEDNESDAY, *site_options)
+    program = desk.start(WEDNESDAY)
+    window = desk.window("Ostrova")
+    open_tab(window, "Friday")
+    press(window, "combo box", "2026")
+    find(window, "list")
+    desk.key("End", "Return")
+    return program, window
+
+
+def friday(desk, choice, shown):
     desk.write_list(("", "The Beatles"))
     desk.open_site(FRIDAY)
     program = desk.start(FRIDAY_NOON)
     window = desk.window("Ostrova")
-    question = desk.window("Question")
-    has_text(question, OFFER)
-    press(question, "push button", answer)
-    desk.gone("Question")
+    answer(desk, "Question", OFFER, choice)
     open_tab(window, "Friday")
     has_text(window, shown)
     close(desk, program)
@@ -85,9 +102,7 @@ def retry(desk):
     """Playlists that come late are fetched a quarter of an hour later, without a word before."""
     desk.open_site(FRIDAY_NOON, "--release-delay", "10")
     program = desk.start(FRIDAY_NOON)
-    question = desk.window("Question")
-    press(question, "push button", "Yes")
-    desk.gone("Question")
+    answer(desk, "Question", OFFER, "Yes")
     open_tab(desk.window("Ostrova"), "Friday")
     has_text(desk.window("Ostrova"), "Friday night, 27 November")
     close(desk, program)
@@ -112,9 +127,7 @@ def has_no_box(desk):
 def no_site(desk):
     """Without a network the window opens all the same, after one message."""
     program = desk.start(WEDNESDAY)
-    box = desk.window("Error")
-    has_text(box, "Failed to download Vantra playlists.")
-    press(box, "push button", "OK")
+    answer(desk, "Error", "Failed to download Vantra playlists.", "OK")
     desk.window("Ostrova")
     close(desk, program)
 
@@ -122,13 +135,7 @@ def no_site(desk):
 def old_weekend(desk):
     """Back to the first year of the programme."""
     desk.write_list(("", "The Beatles"))
-    desk.open_site(WEDNESDAY)
-    program = desk.start(WEDNESDAY)
-    window = desk.window("Ostrova")
-    open_tab(window, "Friday")
-    press(window, "combo box", "2026")
-    find(window, "list")
-    desk.key("End", "Return")
+    program, window = choose_first_year(desk)
     wait_for("the page of 1998", lambda: any(name.startswith("1998")
                                              for name in os.listdir(desk.data("Cache"))))
     wait_for("its songs", lambda: len(songs_of(window)) > 20)
@@ -141,9 +148,12 @@ def upgrade(desk):
     desk.open_site(WEDNESDAY, "--latest-version", "1.10")
     program = desk.start(WEDNESDAY)
     box = desk.window("New version available")
-    has_text(box, "A new version of Ostrova is available!")
-    press(box, "push button", "OK")
-    desk.gone("New version available")
+    has_text(box, "Click here to upgrade now.")
+    desk.key("Tab")  # to the link, whose target is read out then
+    target = desk.environment["OSTROVA_MAKER_HOST"] + "/Ostrova/Download.php"
+    wait_for("the target", lambda: any(thing.get_description() == f"Link to {target}"
+                                       for thing in walk(box)))
+    answer(desk, "New version available", "A new version of Ostrova is available!", "OK")
     close(desk, program)
     expect(desk.setting("LatestKnownVersion"), "1.10")
 
@@ -154,9 +164,7 @@ def second_instance(desk):
     first = desk.start(WEDNESDAY)
     desk.window("Ostrova")
     second = desk.start(WEDNESDAY)
-    box = desk.window("Error")
-    has_text(box, "Ostrova is already running.")
-    press(box, "push button", "OK")
+    answer(desk, "Error", "Ostrova is already running.", "OK")
     expect(second.ended(), 0)
     close(desk, first)
 
@@ -201,13 +209,8 @@ def end_while_paused(desk):
     program = desk.start(WEDNESDAY)
     pause(desk)
     expect(program.stop(), 0)
-    desk.open_site(WEDNESDAY, "--fault", "drip", "--fault-on", "/vantra/playlist/archive/1998")
-    program = desk.start(WEDNESDAY)
-    window = desk.window("Ostrova")
-    open_tab(window, "Friday")
-    press(window, "combo box", "2026")
-    find(window, "list")
-    desk.key("End", "Return")
+    program, window = choose_first_year(desk, "--fault", "drip", "--fault-on",
+                                        "/vantra/playlist/archive/1998")
     pause(desk)
     press(window, "push button", "Exit")
     expect(program.ended(), 0)

@@ -37,6 +37,7 @@ struct Control {
 
 /// A wall clock timer of the program; its descriptor is an eventfd that the watch rings.
 struct Timer {
+    std::atomic<bool> isThere;
     std::atomic<bool> isArmed;
     std::atomic<bool> isCancelled;
     std::int64_t due;
@@ -46,7 +47,6 @@ struct Timer {
 
 Control* control = nullptr;
 std::array<Timer, MostDescriptors> timers;
-std::array<std::atomic<bool>, MostDescriptors> isTimer;
 
 /// The function that this one stands before: another library of the harness, or the system's.
 template <typename Function>
@@ -62,9 +62,9 @@ std::int64_t WallNow() {
 }
 
 Timer* TimerOf(int descriptor) {
-    const bool isKnown = descriptor >= 0 && descriptor < MostDescriptors &&
-                         isTimer[static_cast<std::size_t>(descriptor)];
-    return isKnown ? &timers[static_cast<std::size_t>(descriptor)] : nullptr;
+    if (descriptor < 0 || descriptor >= MostDescriptors) return nullptr;
+    Timer& timer = timers[static_cast<std::size_t>(descriptor)];
+    return timer.isThere ? &timer : nullptr;
 }
 
 /// Rings the timers whose moment has come. Looks every few milliseconds, on a thread of its own.
@@ -87,7 +87,6 @@ Timer* TimerOf(int descriptor) {
 
 __attribute__((constructor)) void Begin() {
     const char* const path = std::getenv("TORTURE_CLOCK");
-    ::unsetenv("LD_PRELOAD");
     if (path == nullptr) return;
     const int file = ::open(path, O_RDWR | O_CLOEXEC);
     void* const shared =
@@ -134,7 +133,7 @@ int timerfd_create(int clock, int flags) {
                                             ((flags & TFD_CLOEXEC) != 0 ? EFD_CLOEXEC : 0));
     if (!isWatched || descriptor < 0 || descriptor >= MostDescriptors) std::abort();
     timers[static_cast<std::size_t>(descriptor)].isArmed = false;
-    isTimer[static_cast<std::size_t>(descriptor)] = true;
+    timers[static_cast<std::size_t>(descriptor)].isThere = true;
     return descriptor;
 }
 int timerfd_settime(int descriptor, int flags, const itimerspec* when, itimerspec* before) {
@@ -159,10 +158,7 @@ ssize_t read(int descriptor, void* bytes, std::size_t size) {
     return -1;
 }
 int close(int descriptor) {
-    if (TimerOf(descriptor) != nullptr) {
-        timers[static_cast<std::size_t>(descriptor)].isArmed = false;
-        isTimer[static_cast<std::size_t>(descriptor)] = false;
-    }
+    if (Timer* const timer = TimerOf(descriptor)) timer->isThere = timer->isArmed = false;
     static const auto next = Next<int(int)>("close");
     return next(descriptor);
 }

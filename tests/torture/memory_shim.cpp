@@ -45,18 +45,14 @@ bool Refuses() {
 }
 
 __attribute__((constructor)) void Begin() {
-    if (const char* const path = std::getenv("TORTURE_LOG")) {
-        std::strncpy(logPath.data(), path, logPath.size() - 1);
-    }
-    if (const char* const at = std::getenv("TORTURE_AT")) refuseAt = std::atol(at);
-    const char* const what = std::getenv("TORTURE_FAULT");
-    refusesAll = what != nullptr && std::strcmp(what, "all") == 0;
+    std::strncpy(logPath.data(), std::getenv("TORTURE_LOG"), logPath.size() - 1);
+    refuseAt = std::atol(std::getenv("TORTURE_AT"));
+    refusesAll = std::strcmp(std::getenv("TORTURE_FAULT"), "all") == 0;
     ::unsetenv("LD_PRELOAD");  // programs that are started from here are not starved
 }
 
 __attribute__((destructor)) void End() {
     isReady = false;
-    if (logPath[0] == '\0') return;
     const auto file = static_cast<int>(::syscall(SYS_openat, AT_FDCWD, logPath.data(),
                                                  O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600));
     std::array<char, 32> line{};
@@ -97,11 +93,6 @@ void* realloc(void* block, std::size_t size) {
 }
 void* aligned_alloc(std::size_t alignment, std::size_t size) {
     return Refuses() ? nullptr : __libc_memalign(alignment, size);
-}
-int posix_memalign(void** block, std::size_t alignment, std::size_t size) {
-    if (Refuses()) return ENOMEM;
-    *block = __libc_memalign(alignment, size);
-    return *block != nullptr ? 0 : ENOMEM;
 }
 
 }  // extern "C"

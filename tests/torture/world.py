@@ -1,5 +1,5 @@
-"""What the programs run in: folders of their own, a demonstration site, a wall clock, and the
-background process."""
+"""What the programs run in: folders of their own, a demonstration site, a wall clock; and the two
+that stay, the background process and the window."""
 
 import mmap
 import os
@@ -16,15 +16,29 @@ from pathlib import Path
 
 BUILD = Path(os.environ.get("OSTROVA_BUILD", "build/dev")).resolve()
 PROGRAMS = BUILD / "src/programs"
+CLI = PROGRAMS / "ostrova-cli"
 SHIMS = BUILD / "tests/torture"
+DRIVER = SHIMS / "torture_driver"
 WHOLE = os.environ.get("OSTROVA_TORTURE") == "whole"
 SANITIZED = bool(os.environ.get("OSTROVA_SANITIZE"))
 PATIENCE = 60 if SANITIZED else 20  # seconds after which a program counts as hanging
 LEFTOVER = re.compile(r"\.ostrova-[0-9a-f]{16}\.tmp")
+WINDOW_RECORD = re.compile(rb"(?<=MainWndHwnd=)\d+")
+SANITIZERS = {
+    "ASAN_OPTIONS": "verify_asan_link_order=0:exitcode=99",
+    "UBSAN_OPTIONS": "halt_on_error=1:exitcode=99",
+}
+NOBODY = "http://127.0.0.1:9"
+FOLDERS = ("home", "data", "runtime", "program")  # that the program writes into
 
 
-def shim(name):
-    return str(SHIMS / f"libtorture_{name}_shim.so")
+def shims(*names):
+    return {"LD_PRELOAD": " ".join(str(SHIMS / f"libtorture_{name}.so") for name in names)}
+
+
+def write(path, data):
+    path.parent.mkdir(parents=True, exist_ok=True)
+    path.write_bytes(data)
 
 
 def remove(path):
@@ -33,6 +47,20 @@ def remove(path):
         shutil.rmtree(path, ignore_errors=True)
     else:
         path.unlink(missing_ok=True)
+
+
+def lines_of(path):
+    return path.read_text(errors="replace").splitlines() if path.exists() else []
+
+
+def wait_for(what, process=None):
+    """Waits until `what()`, or until `process` has ended; false when neither comes."""
+    end = time.monotonic() + PATIENCE
+    while not what() and (process is None or process.poll() is None):
+        if time.monotonic() > end:
+            return False
+        time.sleep(0.005)
+    return True
 
 
 @dataclass
@@ -46,13 +74,6 @@ class Run:
     left: list = field(default_factory=list)  # descriptors that it never closed
 
 
-SANITIZERS = {
-    "ASAN_OPTIONS": "verify_asan_link_order=0:exitcode=99",
-    "UBSAN_OPTIONS": "halt_on_error=1:exitcode=99",
-}
-FOLDERS = ("home", "data", "runtime", "program")  # that the program writes into
-
-
 class World:
     """A folder for everything that a program reads and writes; emptied before each run."""
 
@@ -60,27 +81,16 @@ class World:
         # In memory where there is such a place: thousands of syncs would wait for a disk.
         memory = "/dev/shm" if os.access("/dev/shm", os.W_OK) else None
         self.root = Path(tempfile.mkdtemp(prefix="ostrova-torture-", dir=memory))
+        self.home, self.data, self.runtime, self.program = (self.root / name for name in FOLDERS)
+        self.cache = self.data / "Cache"
+        self.list = self.data / "SearchList.txt"
+        self.settings = self.home / ".config/Kelvane/Ostrova.conf"
+        self.internet = self.home / ".config/Kelvane/Internet.conf"
+        self.default_cache = self.home / ".local/share/Ostrova/Cache"
         self.log = self.root / "log"
-        self.env = {"TORTURE_LOG": str(self.log)}
-        self.options = {}  # for each process: its limits, its user
+        self.env = {}
+        self.options = {}  # for each process: its limits
         self.processes = []
-
-    def __getattr__(self, name):
-        if name not in FOLDERS:
-            raise AttributeError(name)
-        return self.root / name
-
-    @property
-    def cache(self):
-        return self.data / "Cache"
-
-    @property
-    def settings(self):
-        return self.home / ".config/Kelvane/Ostrova.conf"
-
-    @property
-    def internet(self):
-        return self.home / ".config/Kelvane/Internet.conf"
 
     def empty(self):
         for name in FOLDERS:
@@ -94,166 +104,160 @@ class World:
                 process.wait()
         shutil.rmtree(self.root, ignore_errors=True)
 
-    def environment(self, extra=None):
-        return {
-            "PATH": os.environ.get("PATH", "/usr/bin:/bin"),
-            "HOME": str(self.home),
-            "XDG_RUNTIME_DIR": str(self.runtime),
-            "TZ": "UTC",
-            **SANITIZERS,
-            "OSTROVA_SITE_HOST": "http://127.0.0.1:9",
-            "OSTROVA_MAKER_HOST": "http://127.0.0.1:9",
-            **self.env,
-            **(extra or {}),
-        }
-
     def watched(self):
         return ":".join(str(self.root / name) for name in FOLDERS)
 
     def files(self):
-        """The bytes of every file, by its path below the root; leftovers apart."""
+        """The bytes of every file, by its path below the root; and the leftovers. Programs are no
+        files of the user's, and the number of a window is any."""
         found, leftovers = {}, []
         paths = [path for name in FOLDERS for path in (self.root / name).rglob("*")]
         for path in sorted(paths):
-            if not path.is_file() or path.is_symlink():
+            if not path.is_file() or path.is_symlink() or os.access(path, os.X_OK):
                 continue
             if LEFTOVER.fullmatch(path.name):
                 leftovers.append(path)
             else:
-                found[str(path.relative_to(self.root))] = path.read_bytes()
+                name = str(path.relative_to(self.root))
+                found[name] = WINDOW_RECORD.sub(b"0", path.read_bytes())
         return found, leftovers
 
     def start(self, words, extra=None, **options):
-        options = {
-            "stdin": subprocess.DEVNULL,
-            "stdout": subprocess.PIPE,
-            "stderr": subprocess.PIPE,
-            "cwd": self.root,
-            **self.options,
-            **options,
+        environment = {
+            "PATH": os.environ.get("PATH", "/usr/bin:/bin"), "TZ": "UTC", **SANITIZERS,
+            "HOME": str(self.home), "XDG_RUNTIME_DIR": str(self.runtime), "TMPDIR": str(self.root),
+            "OSTROVA_SITE_HOST": NOBODY, "OSTROVA_MAKER_HOST": NOBODY,
+            "TORTURE_LOG": str(self.log), "TORTURE_WATCH": self.watched(),
+            **self.env, **(extra or {}),
         }
-        words = [str(word) for word in words]
-        process = subprocess.Popen(words, env=self.environment(extra), **options)
+        options = {"stdin": subprocess.DEVNULL, "stdout": subprocess.PIPE,
+                   "stderr": subprocess.PIPE, "cwd": self.root, **self.options, **options}
+        process = subprocess.Popen([str(word) for word in words], env=environment, **options)
         self.processes = [old for old in self.processes if old.poll() is None] + [process]
         return process
 
     def finish(self, process):
         try:
             out, err = process.communicate(timeout=PATIENCE)
+            status = process.returncode
         except subprocess.TimeoutExpired:
             process.kill()
             out, err = process.communicate()
-            return Run(None, text(out), text(err))
-        return Run(process.returncode, text(out), text(err))
+            status = None
+        return Run(status, *((data or b"").decode(errors="replace") for data in (out, err)))
 
     def run(self, words, extra=None, **options):
         return self.finish(self.start(words, extra, **options))
-
-    def log_lines(self):
-        if not self.log.exists():
-            return []
-        lines = self.log.read_text(errors="replace").splitlines()
-        self.log.unlink()
-        return lines
-
-
-def text(data):
-    return (data or b"").decode(errors="replace")
 
 
 class WallClock:
     """The wall clock of the programs that are started with `env`."""
 
     def __init__(self, world, now):
-        self.path = world.root / "clock"
-        self.path.write_bytes(bytes(16))
-        with self.path.open("r+b") as file:
+        path = world.root / "clock"
+        path.write_bytes(bytes(16))
+        with path.open("r+b") as file:
             self.control = mmap.mmap(file.fileno(), 16)
-        self.env = {"TORTURE_CLOCK": str(self.path), "LD_PRELOAD": shim("clock")}
+        self.env = {"TORTURE_CLOCK": str(path), **shims("clock_shim")}
         self.set(now)
 
     def set(self, now):
         """Sets it to epoch seconds."""
-        self._write(round(now * 1e9) - time.time_ns())
-
-    def move(self, seconds):
-        """Sets it forward, or back, by that much."""
-        self._write(struct.unpack_from("q", self.control, 0)[0] + round(seconds * 1e9))
-
-    def now(self):
-        return (struct.unpack_from("q", self.control, 0)[0] + time.time_ns()) / 1e9
-
-    def _write(self, ahead):
         settings = struct.unpack_from("q", self.control, 8)[0]
-        struct.pack_into("q", self.control, 0, ahead)
+        struct.pack_into("q", self.control, 0, round(now * 1e9) - time.time_ns())
         struct.pack_into("q", self.control, 8, settings + 1)
 
 
-class Background:
+class Resident:
+    """A program that stays until it is ended, on a wall clock; what it says goes into a file."""
+
+    def __init__(self, world, clock, words, extra=None):
+        self.world = world
+        self.words = words
+        self.err = world.root / f"err-{time.monotonic_ns()}"
+        self.env = {**clock.env, **(extra or {})}
+
+    def start(self, prefix=()):
+        with self.err.open("wb") as err:
+            self.process = self.world.start([*prefix, *self.words], self.env, stdout=err, stderr=err)
+        return self
+
+    def lines(self):
+        return lines_of(self.err)
+
+    def wait_for(self, what):
+        return wait_for(what, self.process)
+
+    def wait(self):
+        """Its status, once it has ended; None when it does not."""
+        return self.world.finish(self.process).status
+
+    def end(self):
+        """Ends it as a session manager does; its status."""
+        self.process.send_signal(signal.SIGTERM)
+        return self.wait()
+
+
+class Background(Resident):
     """The background process, from a copy of the program that has a window beside it, which does
     nothing but write a line into a file."""
 
-    def __init__(self, world, clock, extra=None, start=True):
-        self.world = world
+    def __init__(self, world, clock, preload=(), extra=None):
         self.folder = world.root / "bin"
-        self.opened = world.root / "opened"
-        self.err = world.root / "err"
+        # Of its own: a window that the last one opened may be slow to come.
+        self.opened = world.root / f"opened-{time.monotonic_ns()}"
         if not self.folder.exists():
             self.folder.mkdir()
             shutil.copy(PROGRAMS / "ostrova", self.folder)
             window = self.folder / "ostrova-window"
-            window.write_text(f"#!/bin/sh\necho >>'{self.opened}'\n")
+            window.write_text('#!/bin/sh\necho >>"$TORTURE_OPENED"\n')
             window.chmod(0o700)
-        self.extra = {**clock.env, **(extra or {})}
-        self.extra["LD_PRELOAD"] = " ".join(
-            [clock.env["LD_PRELOAD"], (extra or {}).get("LD_PRELOAD", "")]
-        )
-        if start:
-            self.start()
-
-    def start(self, prefix=(), **options):
-        self.opened.unlink(missing_ok=True)
-        with self.err.open("wb") as err:
-            self.process = self.world.start(
-                [*prefix, self.folder / "ostrova", "-A"], self.extra, stdout=err, stderr=err, **options
-            )
-
-    def lines(self):
-        return self.err.read_text(errors="replace").splitlines()
+        super().__init__(world, clock, [self.folder / "ostrova", "-A"],
+                         {**shims("clock_shim", *preload), "TORTURE_OPENED": str(self.opened),
+                          **(extra or {})})
 
     def windows(self):
-        return len(self.opened.read_text().splitlines()) if self.opened.exists() else 0
+        return len(lines_of(self.opened))
+
+    def found(self):
+        """The weekends that were found, as "TIME DATE"."""
+        lines = [line.split() for line in self.lines() if line.endswith(": found")]
+        return [f"{words[0]} {words[1]} {words[4].rstrip(':')}" for words in lines]
 
     def waits(self):
-        """Whether it waits on a timer; the clock library's are of this kind, and nothing else."""
+        """Whether it waits for its time: it has a timer, which is an eventfd of the clock library's,
+        and has let go of the network, as it does when all that it had to do is done."""
         try:
-            folder = f"/proc/{self.process.pid}/fd"
-            return any("eventfd" in os.readlink(f"{folder}/{name}") for name in os.listdir(folder))
+            folder = Path(f"/proc/{self.process.pid}/fd")
+            kinds = " ".join(os.readlink(name) for name in folder.iterdir())
         except OSError:
             return False
+        return "eventfd" in kinds and "socket" not in kinds
 
     def processor_seconds(self):
         words = Path(f"/proc/{self.process.pid}/stat").read_text().rpartition(")")[2].split()
         return (int(words[11]) + int(words[12])) / os.sysconf("SC_CLK_TCK")
 
-    def wait_for(self, what):
-        """Waits until `what()`, or until it has ended; false when neither comes."""
-        end = time.monotonic() + PATIENCE
-        while not what() and self.process.poll() is None:
-            if time.monotonic() > end:
-                return False
-            time.sleep(0.005)
-        return True
 
-    def end(self):
-        """Ends it as a session manager does; its status, None when it does not end."""
-        self.process.send_signal(signal.SIGTERM)
-        try:
-            return self.process.wait(PATIENCE)
-        except subprocess.TimeoutExpired:
-            self.process.kill()
-            self.process.wait()
-            return None
+class Window(Resident):
+    """The program with the window, on a display that nobody sees, in the hand of a user who closes
+    it ("close"), ends his session ("end") or leaves it open once it waits for him."""
+
+    def __init__(self, world, clock, hand, preload=(), extra=None, program="ostrova-window"):
+        for name in ("ostrova", "ostrova-window", "ostrova-http.so"):
+            if not (world.program / name).exists():
+                shutil.copy(PROGRAMS / name, world.program)
+        self.said_in = world.root / f"said-{time.monotonic_ns()}"
+        fonts = world.root / "fonts"  # the toolkit's own files are no part of this
+        fonts.mkdir(exist_ok=True)
+        super().__init__(world, clock, [world.program / program], {
+            **shims("window_hand", "clock_shim", *preload), "TORTURE_HAND": hand,
+            "TORTURE_SAID": str(self.said_in), "QT_QPA_PLATFORM": "offscreen", "QT_NO_GLIB": "1",
+            "XDG_CACHE_HOME": str(fonts), **(extra or {})})
+
+    def said(self):
+        """The boxes that it showed, and "shown" for the window itself."""
+        return lines_of(self.said_in)
 
 
 class Site:
@@ -263,13 +267,9 @@ class Site:
         self.process = subprocess.Popen(
             [PROGRAMS / "ostrova-demo-site", *(["--now", now] if clock is None else []), *options],
             env={**os.environ, **(clock.env if clock else {}), **SANITIZERS, "TZ": zone},
-            stdout=subprocess.PIPE,
-            text=True,
-        )
+            stdout=subprocess.PIPE, text=True)
         self.address = self.process.stdout.readline().strip()
-
-    def env(self):
-        return {"OSTROVA_SITE_HOST": self.address, "OSTROVA_MAKER_HOST": self.address}
+        self.env = {"OSTROVA_SITE_HOST": self.address, "OSTROVA_MAKER_HOST": self.address}
 
     def get(self, target):
         with urllib.request.urlopen(self.address + target, timeout=PATIENCE) as answer:
