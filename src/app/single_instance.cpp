@@ -18,6 +18,8 @@ void WriteRecord(platform::SettingsStore& store, std::int32_t number) {
 }  // namespace
 
 bool OpenWindowExists(platform::SettingsStore& store, const std::string& runtimeFolder) {
+    // A window is claimed before it is recorded: while it starts, the lock alone stands for it.
+    if (platform::IsWindowClaimed(runtimeFolder)) return true;
     if (!store.Load()) return false;
     const std::string record = store.ReadText(Section, WindowValue).value_or("0");
     return platform::IsWindow(runtimeFolder, util::LeadingNumber(record));

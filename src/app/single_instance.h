@@ -12,7 +12,8 @@
 
 namespace ostrova::app {
 
-/// True when the record names a window that is open now. Reads the store afresh.
+/// True when a window is open now, or is about to be: the lock is held, or the record, read afresh
+/// from the store, names one.
 [[nodiscard]] bool OpenWindowExists(platform::SettingsStore& store,
                                     const std::string& runtimeFolder);
 

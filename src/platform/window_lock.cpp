@@ -32,6 +32,15 @@ bool Lock(int fd, off_t byte) {
     return ::fcntl(fd, F_OFD_SETLK, &lock) == 0;
 }
 
+/// Asks without taking.
+bool IsLocked(const std::string& runtimeFolder, off_t byte) {
+    if (runtimeFolder.empty()) return false;
+    const Descriptor file(
+        ::open((runtimeFolder + FileName).c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    struct flock lock = LockOf(F_WRLCK, byte);
+    return file.Ok() && ::fcntl(file.Get(), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+}
+
 std::int32_t RandomNumber() {
     std::uint32_t number = 0;
     if (::getrandom(&number, sizeof number, 0) != sizeof number) {
@@ -77,11 +86,11 @@ LockResult TakeWindowLock(const std::string& runtimeFolder) {
 }
 
 bool IsWindow(const std::string& runtimeFolder, std::int32_t number) {
-    if (number <= 0 || runtimeFolder.empty()) return false;
-    const Descriptor file(
-        ::open((runtimeFolder + FileName).c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-    struct flock lock = LockOf(F_WRLCK, number);
-    return file.Ok() && ::fcntl(file.Get(), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+    return number > 0 && IsLocked(runtimeFolder, number);
+}
+
+bool IsWindowClaimed(const std::string& runtimeFolder) {
+    return IsLocked(runtimeFolder, InstanceByte);
 }
 
 }  // namespace ostrova::platform

@@ -32,4 +32,7 @@ struct LockResult {
 /// True when `number` is that of a window whose process lives: its lock is held. 0 never is.
 [[nodiscard]] bool IsWindow(const std::string& runtimeFolder, std::int32_t number);
 
+/// True while a process holds the record, whatever its number: its window is open or will be soon.
+[[nodiscard]] bool IsWindowClaimed(const std::string& runtimeFolder);
+
 }  // namespace ostrova::platform

@@ -123,6 +123,7 @@ TEST_F(SettingsTest, OneWindowAtATime) {
     WindowClaim claim = ClaimWindow(store_, folder, messages);
     ASSERT_TRUE(claim.granted && claim.lock);
     // Another start in the moment before the record is written, and one after.
+    EXPECT_TRUE(OpenWindowExists(store_, folder));
     EXPECT_FALSE(ClaimWindow(store_, folder, messages).granted);
     RecordWindow(store_, claim);
     EXPECT_FALSE(ClaimWindow(store_, folder, messages).granted);

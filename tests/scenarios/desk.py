@@ -179,6 +179,8 @@ class Desk:
         desktop.clear_cache()
         for i in range(desktop.get_child_count()):
             program = desktop.get_child_at_index(i)
+            if program is None:
+                continue  # it has just gone
             try:
                 program.clear_cache()
                 for j in range(program.get_child_count()):
