@@ -63,8 +63,9 @@ with tempfile.TemporaryDirectory() as base:
     finally:
         site.kill()
         site.wait()
-    elsewhere = {path for path in places
-                 if not any(path.startswith(home + "/") for home in list(homes.values())[1:])}
+    # When root runs it, the font library may bring its cache for the whole system up to date.
+    allowed = [home + "/" for home in list(homes.values())[1:]] + ["/var/cache/fontconfig/"]
+    elsewhere = {path for path in places if not path.startswith(tuple(allowed))}
     assert elsewhere <= {"/dev/null", "/dev/tty"}, elsewhere
     assert any(path.endswith("20060303.htm") for path in places), places
     assert any(path.endswith("Ostrova.conf") for path in places), places
