@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QStyleOptionHeader>
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "uikit/cell_text.h"
@@ -145,18 +146,19 @@ void ListHeader::paintSection(QPainter* painter, const QRect& rect, int section)
     }
 }
 
-/// A wide section is drawn narrow and its middle made wider. Styles draw light along a section's
+/// A wide section is drawn narrow, and its middle repeated. Styles draw light along a section's
 /// edge with a translucent pen, and of such a line Qt has threads paint each hundred points.
 void ListHeader::PaintGround(QPainter& painter, QStyleOptionHeader& option) const {
     constexpr int Narrow = 40;
     constexpr int Side = 8;
+    constexpr int Middle = Narrow - 2 * Side;
     const QRect rect = option.rect;
-    const int middle = rect.width() - 2 * Side;
-    if (rect.width() <= Narrow || rect.height() <= 0) {
+    const double scale = devicePixelRatioF();
+    const bool hasWholePoints = scale == std::floor(scale);  // else the pieces would not meet
+    if (rect.width() <= Narrow || rect.height() <= 0 || !hasWholePoints) {
         style()->drawControl(QStyle::CE_HeaderSection, &option, &painter, this);
         return;
     }
-    const double scale = devicePixelRatioF();
     QPixmap ground(QSize(Narrow, rect.height()) * scale);
     ground.setDevicePixelRatio(scale);
     ground.fill(Qt::transparent);
@@ -165,14 +167,15 @@ void ListHeader::PaintGround(QPainter& painter, QStyleOptionHeader& option) cons
     style()->drawControl(QStyle::CE_HeaderSection, &option, &narrow, this);
     narrow.end();
     option.rect = rect;
-    const auto copy = [&](int from, int fromWidth, int to, int toWidth) {
+    const auto copy = [&](int from, int width, int to) {
         painter.drawPixmap(
-            QRectF(rect.left() + to, rect.top(), toWidth, rect.height()), ground,
-            QRectF(from * scale, 0, fromWidth * scale, static_cast<double>(ground.height())));
+            QRectF(rect.left() + to, rect.top(), width, rect.height()), ground,
+            QRectF(from * scale, 0, width * scale, static_cast<double>(ground.height())));
     };
-    copy(0, Side, 0, Side);
-    copy(Side, Narrow - 2 * Side, Side, middle);
-    copy(Narrow - Side, Side, Side + middle, Side);
+    const int right = rect.width() - Side;
+    copy(0, Side, 0);
+    for (int x = Side; x < right; x += Middle) copy(Side, std::min(Middle, right - x), x);
+    copy(Narrow - Side, Side, right);
 }
 
 QSize ListHeader::sectionSizeFromContents(int section) const {

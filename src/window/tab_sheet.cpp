@@ -1,5 +1,6 @@
 #include "window/tab_sheet.h"
 
+#include <QPaintEvent>
 #include <QStyleOptionTabWidgetFrame>
 #include <QStylePainter>
 #include <QTabBar>
@@ -29,20 +30,21 @@ pages::SheetPage* TabSheet::PageAt(int index) const {
 
 /// The frame in short pieces: styles draw its light and shadow with translucent pens, and of such a
 /// line Qt has threads paint each hundred points.
-void TabSheet::paintEvent(QPaintEvent* /*event*/) {
+void TabSheet::paintEvent(QPaintEvent* event) {
     constexpr int PieceLength = 80;  // of the screen's points
     QStylePainter painter(this);
     QStyleOptionTabWidgetFrame option;
     initStyleOption(&option);
     option.rect = style()->subElementRect(QStyle::SE_TabWidgetTabPane, &option, this);
     const auto paintWithin = [&](const QRect& part) {
+        if (!event->region().intersects(part)) return;
         painter.setClipRect(part);
         painter.drawPrimitive(QStyle::PE_FrameTabWidget, option);
     };
     const QRect inside = style()->subElementRect(QStyle::SE_TabWidgetTabContents, &option, this);
-    paintWithin(option.rect & inside);
+    paintWithin(inside);
     const int piece = static_cast<int>(PieceLength / devicePixelRatioF());
-    for (const QRect& edge : QRegion(option.rect) - inside) {
+    for (const QRect& edge : QRegion(rect()) - inside) {
         for (int y = edge.top(); y <= edge.bottom(); y += piece) {
             for (int x = edge.left(); x <= edge.right(); x += piece) {
                 paintWithin(QRect(x, y, piece, piece) & edge);
