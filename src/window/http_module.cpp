@@ -49,8 +49,9 @@ private:
 }  // namespace
 
 std::unique_ptr<platform::HttpClient> LoadHttpClient() {
-    static const Module module;
-    return module.MakeClient();
+    // Never destroyed: a thread may still ask for a client while the program ends.
+    static const Module* const module = new Module;
+    return module->MakeClient();
 }
 
 }  // namespace ostrova::window

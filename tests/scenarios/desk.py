@@ -195,6 +195,12 @@ class Desk:
         return wait_for(f"a window '{title}'",
                         lambda: next((w for t, w in self.windows() if t == title), None))
 
+    def in_front(self, title):
+        """The same, once keys go there."""
+        return wait_for(f"'{title}' in front", lambda: next(
+            (w for t, w in self.windows()
+             if t == title and w.get_state_set().contains(Atspi.StateType.ACTIVE)), None))
+
     def gone(self, title):
         wait_for(f"the end of '{title}'", lambda: all(t != title for t, _ in self.windows()))
 

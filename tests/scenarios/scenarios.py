@@ -28,7 +28,7 @@ def songs_of(window):
 
 
 def close(desk, program):
-    desk.window("Ostrova")
+    desk.in_front("Ostrova")
     desk.key("Escape")
     expect(program.ended(), 0)
 
