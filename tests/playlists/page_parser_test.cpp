@@ -202,7 +202,7 @@ TEST(Pages, AreReadInPiecesOf511Characters) {
     ExpectSongs(
         {{"<td>S - A" + x500 + "yz\n", "~724|S|A" + x500 + "yz"},
          {"<td>S - A" + x500 + "yzz", "~724|S|A" + x500 + "yz"},
-         {"xxx" + x500 + "<td>S - A\n", ""},
+         {"yyy" + x500 + "<td>S - A\n", ""},
          {"<td>" + x490 + " - A - universal\n", "~724|" + x490 + " - A|universal"},
          {"<td>x" + x490 + " - A - universal\n", "~724|x" + x490 + "|A|universal"},
          {{"<td>S - A\0B\r\n<td>T - B\r\n", 24}, "~724|S|A; ~727|T|B"},
