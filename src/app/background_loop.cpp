@@ -47,6 +47,7 @@ void BackgroundLoop::Run(WeekendAnchor displayed, const FirstWake& first) {
     bool ok = false;
     if (first.target == displayed) {
         retries_.BeginAnew();  // perhaps the machine has just started, too
+        wasCached = tasks_.fridayPageIsCached(target_.Get());
         ok = Fetch();
     } else {
         due_.SetOnLocalClock(clock_->Now(), first.delay);

@@ -9,9 +9,13 @@ using playlists::SecondsUntil;
 using playlists::Sunday;
 
 void WakeSchedule::ArmFor(WindowTimer timer, int delay) {
-    wakeDelay_ = delay;
+    SetWakeDelay(delay);
     armed_ = timer;
-    due_.SetOnLocalClock(clock_->Now(), delay);
+}
+
+void WakeSchedule::SetWakeDelay(int seconds) {
+    wakeDelay_ = seconds;
+    due_.SetOnLocalClock(clock_->Now(), seconds);
 }
 
 void WakeSchedule::ArmForNextFriday() {
@@ -22,7 +26,7 @@ void WakeSchedule::Arm(bool latestIsCurrent) {
     if (latestIsCurrent) {
         ArmFor(WindowTimer::TimerWeekendOver, SecondsUntil(clock_->Now(), Sunday, EndHour));
     } else {
-        ArmFor(WindowTimer::TimerNewPlaylists, wakeDelay_);
+        armed_ = WindowTimer::TimerNewPlaylists;  // due since the delay was set
     }
 }
 

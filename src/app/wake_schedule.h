@@ -24,10 +24,12 @@ public:
 
     /// Seconds until the next wake-up, as last set; 0 before.
     [[nodiscard]] int WakeDelay() const { return wakeDelay_; }
-    void SetWakeDelay(int seconds) { wakeDelay_ = seconds; }
+    /// The delay counts from this call, and not from `Arm`, before which a fetch, a question or a
+    /// night's sleep may lie.
+    void SetWakeDelay(int seconds);
 
     /// Arms the first timer when the window initialises: for the weekend's end when the newest
-    /// weekend is current, else for new playlists after `WakeDelay`.
+    /// weekend is current, else for new playlists at the end of `WakeDelay`.
     void Arm(bool latestIsCurrent);
     void Disarm() { armed_ = WindowTimer::None; }
 

@@ -199,6 +199,9 @@ TEST_F(BackgroundLoopTest, OpensAWindowOnlyWhenTheUserWantsToSeeSomethingNew) {
                                                       {-1, NoMatch, true},
                                                       {99, NoMatch, true}};
     testing::ExpectEach(opens, cases);
+    World started("2026-11-28 09:00:00");  // with the Friday's page, but not the Saturday's
+    started.pagesWereCached = true;
+    EXPECT_EQ(started.RunUntil("2026-12-01 00:00:00"), "2026-11-28 09:00:00 2026-11-27,");
 }
 
 // Of two the newer one is told of, or the older one while that is not out yet. After so long a time

@@ -48,6 +48,7 @@ protected:
 
 TEST_F(WakeScheduleTest, GoesFromFridayToSundayToFriday) {
     schedule_.SetWakeDelay(13 * 3600 + 600);
+    clock_.Advance(fetchTime_);  // before the window opens
     schedule_.Arm(/*latestIsCurrent=*/false);
     EXPECT_EQ(Armed(), "new 2026-11-27 13:00:00");
     EXPECT_EQ(schedule_.Fired(), WindowTimer::None);
