@@ -117,7 +117,7 @@ std::string FromUtf8(std::string_view utf8) {
         const auto byte = character < 0 ? std::optional<char>('?') : ByteOf(character);
         if (byte)
             out += *byte;
-        else
+        else if (out.empty() || !IsMark(character))  // a mark that no letter has joined is dropped
             out += Substitute(character);
     }
     return out;
