@@ -98,6 +98,7 @@ private:
                 return;
             }
             AskForShow(next_++, showTime);
+            ReportProgress();  // an index of megabytes takes its time, and no task may come of it
         }
     }
 
