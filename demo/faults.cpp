@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <ctime>
 #include <utility>
 
 #include "demo/gzip.h"
@@ -148,6 +149,16 @@ bool NoGzip(Connection& connection) {
     return Compressed(connection, FaultPage());
 }
 
+bool GzipLayers(Connection& connection) {
+    std::string body = FaultPage();
+    std::string coding = "Content-Encoding: gzip";
+    for (int layer = 1; layer < 12; ++layer) {
+        body = Gzip(body);
+        coding += ", gzip";
+    }
+    return SendOk(connection, coding + "\r\n", Gzip(body));
+}
+
 bool TransferGzip(Connection& connection) {
     return SendOk(connection, "Transfer-Encoding: gzip\r\n", Gzip(HalfPage()));
 }
@@ -182,6 +193,30 @@ bool RedirectFtp(Connection& connection) {
 
 bool RedirectData(Connection& connection) {
     return Redirect(connection, "data:text/html,<html></html>");
+}
+
+bool RedirectGopher(Connection& connection) {
+    return Redirect(connection, "gopher://127.0.0.1/1vantra");
+}
+
+/// The port that `request` came to, with its colon.
+std::string PortOf(const ServerRequest& request) {
+    constexpr std::string_view mark = "\r\nHost: 127.0.0.1";
+    const std::size_t at = request.headers.find(mark);
+    if (at == std::string::npos) return "";
+    const std::size_t begin = at + mark.size();
+    return request.headers.substr(begin, request.headers.find('\r', begin) - begin);
+}
+
+bool RedirectHttps(const ServerRequest& request, Connection& connection) {
+    return Redirect(connection, "https://127.0.0.1" + PortOf(request) + request.target);
+}
+
+/// A network that wants to be paid first: its login page, on a host of its own.
+bool Login(const ServerRequest& request, Connection& connection) {
+    constexpr std::string_view page = "<html><body><h1>Welcome to our hotel</h1></body></html>";
+    if (request.target == "/login") return SendAnswer(connection, 200, page);
+    return Redirect(connection, "http://localhost" + PortOf(request) + "/login");
 }
 
 // Statuses.
@@ -272,6 +307,32 @@ bool LongLines(Connection& connection) {
                           "\r" + std::string(500'000, '&') + "</html>");
 }
 
+bool OldLineEnds(Connection& connection) {
+    std::string page = FaultPage();
+    std::replace(page.begin(), page.end(), '\n', '\r');
+    return SendAnswer(connection, 200, page);
+}
+
+bool Repeated(Connection& connection, std::string_view piece, int times) {
+    std::string page = "<html>";
+    for (int i = 0; i < times; ++i) page += piece;
+    return SendAnswer(connection, 200, page);
+}
+
+bool ManyLines(Connection& connection) {
+    return Repeated(connection, "-\n", 1'000'000);
+}
+
+bool ManyLinks(Connection& connection) {
+    return Repeated(connection, "<a href=\"/vantra/\">a</a>\n", 100'000);
+}
+
+/// Somebody corrects the page every second.
+bool Corrected(Connection& connection) {
+    return SendAnswer(connection, 200,
+                      FaultPage() + "<!-- " + std::to_string(std::time(nullptr)) + " -->\n");
+}
+
 using Play = bool (*)(const ServerRequest&, Connection&);
 
 /// Fits a fault that doesn't look at the request into the table.
@@ -313,6 +374,7 @@ const Fault Faults[] = {
     {{"gzip-cut", "sends the first part of a compressed page with that part's length"},
      Any<CutGzip>},
     {{"gzip-not", "calls the plain page compressed"}, Any<NoGzip>},
+    {{"gzip-layers", "sends the page compressed twelve times over"}, Any<GzipLayers>},
     {{"gzip-transfer", "compresses the transfer instead of the page"}, Any<TransferGzip>},
     {{"redirect", "redirects once, to the page"},
      [](const ServerRequest& request, Connection& connection) {
@@ -330,6 +392,9 @@ const Fault Faults[] = {
     {{"redirect-file", "redirects to a file: address"}, Any<RedirectFile>},
     {{"redirect-ftp", "redirects to an ftp: address"}, Any<RedirectFtp>},
     {{"redirect-data", "redirects to a data: address"}, Any<RedirectData>},
+    {{"redirect-gopher", "redirects to a gopher: address"}, Any<RedirectGopher>},
+    {{"redirect-https", "redirects to an https: address, where nobody speaks TLS"}, RedirectHttps},
+    {{"login", "redirects to a login page on another host (localhost)"}, Login},
     {{"404", "has no such page"}, Any<[](Connection& c) { return Status(c, "404 Not Found"); }>},
     {{"410", "has the page no more"}, Any<[](Connection& c) { return Status(c, "410 Gone"); }>},
     {{"403", "forbids the page"}, Any<[](Connection& c) { return Status(c, "403 Forbidden"); }>},
@@ -359,6 +424,10 @@ const Fault Faults[] = {
     {{"tls-garbage", "answers with a piece of TLS"}, Any<TlsGarbage>},
     {{"nul-page", "sends a page with zero bytes in it"}, Any<NulPage>},
     {{"long-lines", "sends a page of lines of a megabyte"}, Any<LongLines>},
+    {{"many-lines", "sends a page of a million lines"}, Any<ManyLines>},
+    {{"many-links", "sends a page of a hundred thousand links"}, Any<ManyLinks>},
+    {{"cr-only", "sends a page whose lines end with CR alone"}, Any<OldLineEnds>},
+    {{"corrected", "sends another page every second"}, Any<Corrected>},
 };
 
 }  // namespace

@@ -101,8 +101,10 @@ bool LinksDates(int year) {
 void WriteRow(PageText& page, const Guest& guest, int year, const std::string& date,
               const std::string& host) {
     const std::string doing = guest.doing.empty() ? "" : "<br>" + guest.doing;
+    // How the row ends: an empty cell; nothing but the next row; the cell left open.
+    constexpr std::string_view ends[] = {"<td></td></tr>", "", "</tr>"};
     page.Line("<tr><td>" + date + "</td><td>" + Linked(guest, year, host, guest.name) + doing +
-              "</td></tr>");
+              std::string(ends[year % 3]));
 }
 
 // 2001 and 2002: paragraphs; a long date is broken before its month.
@@ -227,7 +229,7 @@ std::string MakeCurrentGuestPage(Day friday, const std::string& host) {
     const std::optional<Guest> guest = GuestOf(friday);
     if (guest) {
         page.Line("<h2>Our guest on " + DateText(friday, guest->bothNights, "&amp;") + "</h2>");
-        page.Line("<p>&nbsp;<b>" + guest->name + "</b>");
+        page.Line("<p></p>&nbsp;<b>" + guest->name + "</b>");
         page.Line("");
         if (!guest->doing.empty()) page.Line("<br>" + guest->doing);
         if (guest->hasLink) {

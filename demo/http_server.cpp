@@ -37,7 +37,7 @@ ServerRequest ParseRequest(const std::string& header) {
     const std::size_t second = line.find(' ', first == std::string::npos ? first : first + 1);
     request.method = line.substr(0, first);
     if (second != std::string::npos) request.target = line.substr(first + 1, second - first - 1);
-    request.headers = header.substr(lineEnd);
+    if (lineEnd != std::string::npos) request.headers = header.substr(lineEnd);
     return request;
 }
 

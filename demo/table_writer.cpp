@@ -110,8 +110,13 @@ void TableWriter::WriteSong(const PlannedSong& song, std::string_view before,
     if (song.comment) meant.comment = Encode(*song.comment);
     // Somebody's keyboard.
     if (habits_.slips && random_.Chance(1)) meant.title += '\x8D';
-    const std::string fields = Fields(meant, before);
+    std::string fields = Fields(meant, before);
     meant.title.insert(0, meantBefore);
+    if (habits_.slips && before.empty() && habits_.separator == " - " && !habits_.boldTitles &&
+        !HasSpacedHyphen(meant.title) && random_.Chance(1)) {
+        fields.insert(meant.title.size(), "</i>").insert(0, "<i>");
+        meant.title.clear();  // nobody reads a title in italics
+    }
     std::string time;
     if (WantsTime()) {
         const bool alone = habits_.times == TimeHabit::OwnLines ||
@@ -231,10 +236,13 @@ std::string TableWriter::Fields(const MeantSong& song, std::string_view before) 
     std::string fields = habits_.boldTitles
                              ? Tag("<b>") + std::string(before) + song.title + Tag("</b>")
                              : std::string(before) + song.title;
-    // Blanks that a pair of hands leaves behind.
+    // Blanks and breaks that a pair of hands leaves behind.
     if (habits_.slips && habits_.separator == " - " && random_.Chance(4)) fields += " ";
     fields += habits_.separator;
-    if (habits_.slips && random_.Chance(3)) fields += "&nbsp;";
+    if (habits_.slips && random_.Chance(3) && !HasSpacedHyphen(song.title)) {
+        constexpr std::string_view leftovers[] = {"&nbsp;", "&nbsp", "<br>", "</p><P>", "<p>\t"};
+        fields += random_.Pick(leftovers);
+    }
     fields += song.artist;
     if (song.comment) {
         fields += habits_.separator == "\t" ? "\t" : " - ";
