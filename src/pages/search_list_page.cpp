@@ -246,6 +246,10 @@ void SearchListPage::AfterRelayout() {
     }
     heading->setVisible(showsHeading);
     list_->setGeometry(list_->x(), top, list_->width(), bottom - top);
+    // A row that was added and sorted in before had its place in a list of the template's height.
+    if (!std::exchange(wasArranged_, true) && list_->SelectedRow() >= 0) {
+        list_->EnsureVisible(list_->SelectedRow());
+    }
 }
 
 }  // namespace ostrova::pages

@@ -74,6 +74,7 @@ private:
     UnshownRows unshown_;                              // until there is a list
     std::unique_ptr<matching::SearchListRows> shown_;  // the list's, from then on
     std::optional<matching::LoadedList> loaded_;
+    bool wasArranged_ = false;
 };
 
 }  // namespace ostrova::pages

@@ -2,6 +2,7 @@
 
 #include <QLocale>
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 #include "uikit/cell_text.h"
@@ -48,10 +49,26 @@ int NewListCtrl::GetColumnCount() const {
 }
 
 void NewListCtrl::CopyColumnWidths(const NewListCtrl& other) {
-    const int shared = std::min(GetColumnCount(), other.GetColumnCount());
+    const int count = GetColumnCount();
+    const int shared = std::min(count, other.GetColumnCount());
+    std::vector<int> widths = Widths();
     for (int column = 0; column < (autoFitColumns_ ? shared - 1 : shared); ++column) {
-        setColumnWidth(column, other.columnWidth(column));
+        widths[column] = std::max(other.columnWidth(column), minColumnWidth_);
     }
+    if (autoFitColumns_ && count > 0) {
+        const int others = std::accumulate(widths.begin(), widths.end() - 1, 0);
+        widths.back() = std::max(viewport()->width() - others, minColumnWidth_);
+    }
+    ApplyWidths(widths);
+    if (other.GetColumnCount() == count && !other.columnShares_.empty()) {
+        // Not as they came out at the present size, at which a column may be wider than its share.
+        columnShares_ = other.columnShares_;
+        leastFittedColumn_ = other.leastFittedColumn_;
+        leastFittedWidth_ = other.leastFittedWidth_;
+    } else {
+        columnShares_ = TakeShares(widths);
+    }
+    if (std::accumulate(widths.begin(), widths.end(), 0) > viewport()->width()) AutoFit();
 }
 
 void NewListCtrl::MoveColumn(int from, int to) {
@@ -132,6 +149,15 @@ std::vector<int> NewListCtrl::Widths() const {
     return widths;
 }
 
+/// Sets all widths as they are, without the rule for a dragged divider.
+void NewListCtrl::ApplyWidths(std::span<const int> widths) {
+    const Flagged own(resizing_);
+    for (int column = 0; column < GetColumnCount(); ++column) {
+        header_->resizeSection(column, widths[column]);
+    }
+    viewport()->update();
+}
+
 void NewListCtrl::KeepShares() {
     if (static_cast<int>(columnShares_.size()) != GetColumnCount()) {
         columnShares_ = TakeShares(Widths());
@@ -141,15 +167,11 @@ void NewListCtrl::KeepShares() {
 void NewListCtrl::AutoFit() {
     if (!autoFitColumns_ || resizing_ || GetColumnCount() == 0) return;
     KeepShares();
-    const Flagged own(resizing_);
     std::vector<int> widths = FitWidths(columnShares_, viewport()->width(), minColumnWidth_);
     if (leastFittedColumn_ >= 0) {
         WidenTo(widths, leastFittedColumn_, leastFittedWidth_, minColumnWidth_);
     }
-    for (int column = 0; column < GetColumnCount(); ++column) {
-        header_->resizeSection(column, widths[column]);
-    }
-    viewport()->update();
+    ApplyWidths(widths);
 }
 
 void NewListCtrl::resizeEvent(QResizeEvent* event) {

@@ -139,8 +139,10 @@ void MainDialog::OnPageLeft(pages::SheetPage* left) {
         searchPage_->EndEditing();  // in a window that isn't active no editor ends by itself
         RematchAll();
     } else if (const pages::SongListPage* songPage = AsSongPage(left)) {
-        CopyColumnWidths(*songPage);
+        songPageLeft_ = songPage;
     }
+    // After every change, since the page in front may have been made just now.
+    if (songPageLeft_ != nullptr) CopyColumnWidths(*songPageLeft_);
     // What is in front now may have been made of pages that are still on their way.
     if (busy_ > 0) rematchRequested_ = true;
     if (links_.WantsIndex()) ServeSoon();  // for the links of a page that is seen first

@@ -112,6 +112,7 @@ private:
     TabSheet* sheet_ = nullptr;
     pages::SearchListPage* searchPage_ = nullptr;
     std::array<pages::SongListPage*, 4> songPages_ = {};
+    const pages::SongListPage* songPageLeft_ = nullptr;  // last; the others have its widths
     pages::OptionsPage* optionsPage_ = nullptr;
     QTimer* upgradePoll_;
 

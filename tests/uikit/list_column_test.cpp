@@ -168,6 +168,10 @@ TEST_F(FittedListTest, CopiesTheWidthsOfAnotherList) {
     AddColumns(other, {60, 70, 80, 90});
     list_->CopyColumnWidths(other);
     EXPECT_EQ(Widths(), "60|70|272");
+    NewListCtrl closed;  // but for one, which leaves no room for the divider rule
+    AddColumns(closed, {370, 20, 12});
+    list_->CopyColumnWidths(closed);
+    EXPECT_EQ(Widths(), "370|20|12");
     list_->SetAutoFitColumns(false);
     list_->CopyColumnWidths(other);
     EXPECT_EQ(Widths(), "60|70|80");

@@ -189,9 +189,9 @@ TEST_F(MainDialogTest, AnEditThatIsLeftForAnotherPageIsSearchedFor) {
 
 TEST_F(MainDialogTest, SongPagesShareTheirColumnWidths) {
     OpenWithList();
-    for (const int page : {SaturdayMorning, SaturdayNight, Friday}) GoTo(page);
+    for (const int page : {SaturdayMorning, Friday}) GoTo(page);
     ListOn(Friday)->header()->resizeSection(0, 33);
-    GoTo(Search);
+    for (const int page : {Search, SaturdayNight}) GoTo(page);  // which was not seen before
     for (const int page : {Results, SaturdayMorning, SaturdayNight}) {
         EXPECT_EQ(ListOn(page)->header()->sectionSize(0), 33);
     }
