@@ -1,4 +1,4 @@
-#include "tests/gallery/gallery.h"
+#include "gallery/gallery.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>

@@ -3,8 +3,8 @@
 #include <QPixmap>
 #include <memory>
 
-#include "tests/gallery/gallery.h"
-#include "tests/gallery/sheet_pages.h"
+#include "gallery/gallery.h"
+#include "gallery/sheet_pages.h"
 #include "uikit/dialog_builder.h"
 
 namespace ostrova::gallery {

@@ -10,8 +10,8 @@
 #include <cstdio>
 
 #include "demo/site.h"
-#include "tests/gallery/gallery.h"
-#include "tests/window/window_user.h"
+#include "gallery/gallery.h"
+#include "tests/support/window_user.h"
 
 namespace ostrova {
 namespace {
@@ -80,7 +80,7 @@ int main(int count, char** arguments) {
         return 2;
     }
     testing::WindowUser user([&user] { return std::make_unique<SiteClient>(user.clock); });
-    user.WriteList(testing::FileBytes(OSTROVA_SAMPLE_LIST));
+    user.WriteList(testing::FileBytes(OSTROVA_DEMO_DATA "/SampleSearchList.txt"));
     window::MainDialog& dialog = user.Open();
     const bool lightSaved = TakePictures(dialog, folder, "light");
     QApplication::setPalette(gallery::DarkPalette());

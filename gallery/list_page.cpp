@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "tests/gallery/pages.h"
+#include "gallery/pages.h"
 #include "uikit/cell_edit.h"
 #include "uikit/new_list_ctrl.h"
 

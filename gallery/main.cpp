@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <string_view>
 
-#include "tests/gallery/gallery.h"
+#include "gallery/gallery.h"
 #include "uikit/standard_icon.h"
 
 int main(int count, char** arguments) {

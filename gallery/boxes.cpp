@@ -1,7 +1,7 @@
 #include <QTimer>
 #include <string>
 
-#include "tests/gallery/gallery.h"
+#include "gallery/gallery.h"
 #include "uikit/folder_browser.h"
 #include "uikit/message_box.h"
 #include "uikit/progress_dialog.h"

@@ -1,4 +1,4 @@
-#include "tests/gallery/pages.h"
+#include "gallery/pages.h"
 
 #include <QComboBox>
 #include <QGridLayout>
@@ -11,7 +11,7 @@
 #include <initializer_list>
 #include <utility>
 
-#include "tests/gallery/gallery.h"
+#include "gallery/gallery.h"
 #include "uikit/dialog_builder.h"
 #include "uikit/dialog_layout.h"
 #include "uikit/hand_cursor.h"
