@@ -7,8 +7,10 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTextDocument>
 #include <QVBoxLayout>
 #include <initializer_list>
+#include <memory>
 #include <utility>
 
 #include "gallery/gallery.h"
@@ -126,7 +128,9 @@ QWidget* MakeMarkupPage(QWidget* parent) {
         auto* view = new MarkupView(page);
         view->UseDialogFace();
         view->SetMarkup(markup);
-        view->setMinimumHeight(uikit::MeasureRichText(*view->document(), 3).height());
+        const std::unique_ptr<QTextDocument> whole(view->document()->clone());
+        whole->setTextWidth(-1);  // the view's own breaks no lines before it is shown
+        view->setMinimumHeight(uikit::MeasureRichText(*whole, 3).height());
         AddRow(grid, name, view);
     }
     auto* plain = new MarkupView(page);
