@@ -8,7 +8,7 @@
 
 #include "playlists/page_cache.h"
 #include "tests/support/canned_site.h"
-#include "tests/window/window_user.h"
+#include "tests/support/window_user.h"
 #include "uikit/new_list_ctrl.h"
 #include "util/format.h"
 

@@ -2,8 +2,7 @@
 
 #include <QHelpEvent>
 #include <QKeyEvent>
-#include <QStyleOptionFocusRect>
-#include <QStylePainter>
+#include <QPainter>
 #include <QTimer>
 #include <QToolTip>
 #include <algorithm>
@@ -135,14 +134,14 @@ QStringList LinkLabel::ShownLines() const {
 }
 
 void LinkLabel::paintEvent(QPaintEvent* /*event*/) {
-    QStylePainter painter(this);
+    QPainter painter(this);
     const QString shown = ShownLines().join(QLatin1Char('\n'));
-    if (hasFocus()) {  // under the text, since some styles fill the frame
-        QStyleOptionFocusRect option;
-        option.initFrom(this);
-        option.rect = painter.boundingRect(contentsRect(), Qt::AlignLeft | Qt::AlignTop, shown)
-                          .intersected(contentsRect());
-        painter.drawPrimitive(QStyle::PE_FrameFocusRect, option);
+    if (hasFocus()) {  // as in lists and texts; that of some styles is hardly seen in dark mode
+        const QRect frame =
+            painter.boundingRect(contentsRect(), Qt::AlignLeft | Qt::AlignTop, shown)
+                .intersected(contentsRect());
+        painter.setPen(QPen(palette().color(QPalette::WindowText), 1, Qt::DotLine));
+        painter.drawRect(frame.adjusted(0, 0, -1, -1));
     }
     painter.setPen(TextColour());
     painter.drawText(contentsRect(), Qt::AlignLeft | Qt::AlignTop, shown);

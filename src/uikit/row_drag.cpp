@@ -78,6 +78,7 @@ void RowDrag::Start(NewListCtrl& source, int row, QPoint cursor) {
     ticks_ = 0;
     image_ = new QLabel(source.window());
     image_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    image_->setAccessibleName(ToOneLine(source.CellText(row, 0)));
     image_->setPixmap(ImageOf(source, row));
     image_->adjustSize();
     image_->show();
@@ -138,8 +139,8 @@ void RowDrag::PaintMarker(QPainter& painter, const NewListCtrl& list, int row) {
     const int y = row > last ? rect.bottom() : std::max(rect.top(), 0);
     const int left = std::max(rect.left(), 0);
     const int right = std::min(rect.right(), list.viewport()->width() - 1);
-    // Against any background, grey stands out as the difference from it.
-    painter.setCompositionMode(QPainter::CompositionMode_Difference);
+    // Turns the highest bit of each colour, so that it stands out against any.
+    painter.setCompositionMode(QPainter::RasterOp_SourceXorDestination);
     const QColor grey(128, 128, 128);
     painter.fillRect(left, y, right - left + 1, 1, grey);
     for (const int x : {left, right}) {

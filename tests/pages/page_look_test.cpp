@@ -4,7 +4,7 @@
 #include <QTextEdit>
 #include <map>
 
-#include "tests/gallery/sheet_pages.h"
+#include "gallery/sheet_pages.h"
 #include "tests/uikit/widgets.h"
 #include "uikit/dialog_builder.h"
 #include "uikit/new_list_ctrl.h"

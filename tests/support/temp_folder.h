@@ -30,7 +30,7 @@ public:
     }
     /// Writes a file of the folder; the path written.
     std::string Write(std::string_view name, std::string_view bytes) const {
-        const std::string path = Path(name);
+        std::string path = Path(name);
         std::filesystem::create_directories(std::filesystem::path(path).parent_path());
         std::ofstream(path, std::ios::binary) << bytes;
         return path;

@@ -79,6 +79,9 @@ TEST_F(ListDragTest, DropsARowWhereTheCursorLeadsIt) {
 }
 
 TEST_F(ListDragTest, ShowsTheRowAndTheMarkerUntilTheDrop) {
+    QPalette palette;
+    palette.setColor(QPalette::Base, QColor(64, 64, 64));  // as far from the grey as from 0
+    window_.setPalette(palette);
     const int marked = left_->CellRect(2, 0).top();
     const QColor plain = Pixel(left_, marked);
     right_->DeleteAllRows();

@@ -6,7 +6,7 @@
 #include <QScrollBar>
 #include <QTextBlock>
 
-#include "tests/gallery/gallery.h"
+#include "gallery/gallery.h"
 #include "tests/uikit/widgets.h"
 #include "uikit/text.h"
 

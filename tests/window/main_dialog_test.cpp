@@ -16,8 +16,8 @@
 #include "resources/search_list_template.h"
 #include "resources/song_list_template.h"
 #include "tests/support/canned_site.h"
+#include "tests/support/window_user.h"
 #include "tests/uikit/widgets.h"
-#include "tests/window/window_user.h"
 #include "uikit/dialog_builder.h"
 #include "uikit/new_list_ctrl.h"
 

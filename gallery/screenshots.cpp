@@ -1,10 +1,13 @@
 #include <QApplication>
 #include <QDir>
+#include <QPainter>
 #include <QPixmap>
+#include <QToolTip>
 #include <memory>
 
-#include "tests/gallery/gallery.h"
-#include "tests/gallery/sheet_pages.h"
+#include "gallery/gallery.h"
+#include "gallery/moments.h"
+#include "gallery/sheet_pages.h"
 #include "uikit/dialog_builder.h"
 
 namespace ostrova::gallery {
@@ -12,16 +15,21 @@ namespace {
 
 /// How a series of pictures looks.
 struct Look {
-    const char* name;
     bool isDark = false;
-    int scale = 1;  // device pixels a pixel
     int points = 10;
 };
 
-constexpr Look Looks[] = {
-    {"light-100-10pt"},         {"dark-100-10pt", true},        {"light-200-10pt", false, 2},
-    {"dark-200-10pt", true, 2}, {"light-100-9pt", false, 1, 9}, {"light-100-12pt", false, 1, 12},
-};
+constexpr Look Looks[] = {{false, 10}, {true, 10}, {false, 9}, {false, 12}};
+
+/// The windows that stand over `window`: lists that dropped down, menus, tooltips.
+std::vector<QWidget*> PopupsOver(const QWidget& window) {
+    std::vector<QWidget*> popups;
+    for (QWidget* other : QApplication::topLevelWidgets()) {
+        const bool isPopup = other->windowType() == Qt::Popup || other->windowType() == Qt::ToolTip;
+        if (isPopup && other->isVisible() && other != &window) popups.push_back(other);
+    }
+    return popups;
+}
 
 /// Takes the pictures of one look.
 class Camera {
@@ -37,7 +45,15 @@ public:
             window.setCurrentIndex(page);
             const QString name = window.tabText(page).toLower();
             Take(window, name + "-small", window.minimumSizeHint());
-            Take(window, name + "-large", {1000, 760});
+            Take(window, name + "-large", {1920, 1000});
+        }
+    }
+
+    void TakeMoments() {
+        for (const Moment& moment : Moments()) {
+            moment.play(
+                [&](QWidget& window) { Take(window, "moment-" + moment.name, window.size()); });
+            QToolTip::hideText();
         }
     }
 
@@ -67,11 +83,16 @@ private:
     void Take(QWidget& widget, const QString& name, QSize size) {
         widget.resize(size);
         QApplication::processEvents();
-        QPixmap picture(widget.size() * look_.scale);
-        picture.setDevicePixelRatio(look_.scale);
-        picture.fill(widget.palette().color(QPalette::Window));
-        widget.render(&picture);
-        const QString file = QString("%1-%2.png").arg(name, look_.name);
+        QPixmap picture = widget.grab();
+        QPainter painter(&picture);
+        for (QWidget* popup : PopupsOver(widget)) {
+            painter.drawPixmap(popup->pos() - widget.mapToGlobal(QPoint()), popup->grab());
+        }
+        painter.end();
+        const QString file = QString("%1-%2-%3-%4pt.png")
+                                 .arg(name, QString(look_.isDark ? "dark" : "light"))
+                                 .arg(qRound(100 * picture.devicePixelRatio()))
+                                 .arg(look_.points);
         allSaved_ = picture.save(QDir(folder_).filePath(file)) && allSaved_;
     }
 
@@ -93,6 +114,7 @@ bool TakeScreenshots(const QString& folder) {
         QApplication::setFont(font);
         Camera camera(look, folder);
         camera.TakePages();
+        camera.TakeMoments();
         camera.TakeBoxes();
         camera.TakeSheetPages();
         allSaved = camera.AllSaved() && allSaved;

@@ -1,7 +1,10 @@
+#include <QPushButton>
 #include <QTimer>
 #include <string>
 
-#include "tests/gallery/gallery.h"
+#include "gallery/gallery.h"
+#include "resources/progress_template.h"
+#include "uikit/dialog_builder.h"
 #include "uikit/folder_browser.h"
 #include "uikit/message_box.h"
 #include "uikit/progress_dialog.h"
@@ -95,6 +98,12 @@ const std::vector<NamedBox>& Boxes() {
                  "Downloading http://www.vantra.example/vantra/playlist/" + QString(300, 'x') +
                      ".htm\n<b>36 KB</b> of 110 KB & more",
                  "2 minutes, 10.25 seconds", 10922),
+        {"progress-paused",
+         [make = Progress("", "Downloading 3 of 3", "0.00 seconds", 32767).make](QWidget* owner) {
+             QDialog* dialog = make(owner);
+             uikit::ControlAs<QPushButton>(*dialog, resources::ProgressPause)->click();
+             return dialog;
+         }},
     };
     return boxes;
 }

@@ -8,10 +8,11 @@
 #include <QPixmap>
 #include <QStyleFactory>
 #include <cstdio>
+#include <exception>
 
 #include "demo/site.h"
-#include "tests/gallery/gallery.h"
-#include "tests/window/window_user.h"
+#include "gallery/gallery.h"
+#include "tests/support/window_user.h"
 
 namespace ostrova {
 namespace {
@@ -64,6 +65,16 @@ bool TakePictures(window::MainDialog& dialog, const QDir& folder, const QString&
     return allSaved;
 }
 
+/// Opens the window and takes its pictures, light and dark; false when a file can't be written.
+bool TakeAllPictures(const QDir& folder) {
+    testing::WindowUser user([&user] { return std::make_unique<SiteClient>(user.clock); });
+    user.WriteList(testing::FileBytes(OSTROVA_DEMO_DATA "/SampleSearchList.txt"));
+    window::MainDialog& dialog = user.Open();
+    const bool lightSaved = TakePictures(dialog, folder, "light");
+    QApplication::setPalette(gallery::DarkPalette());
+    return TakePictures(dialog, folder, "dark") && lightSaved;
+}
+
 }  // namespace
 }  // namespace ostrova
 
@@ -79,10 +90,11 @@ int main(int count, char** arguments) {
         std::fputs("Usage: ostrova-screenshots DIR\n", stderr);
         return 2;
     }
-    testing::WindowUser user([&user] { return std::make_unique<SiteClient>(user.clock); });
-    user.WriteList(testing::FileBytes(OSTROVA_SAMPLE_LIST));
-    window::MainDialog& dialog = user.Open();
-    const bool lightSaved = TakePictures(dialog, folder, "light");
-    QApplication::setPalette(gallery::DarkPalette());
-    return TakePictures(dialog, folder, "dark") && lightSaved ? 0 : 1;
+    try {
+        if (TakeAllPictures(folder)) return 0;
+        std::fputs("The pictures could not be written.\n", stderr);
+    } catch (const std::exception& failure) {  // of the folder that the user works in
+        std::fprintf(stderr, "%s\n", failure.what());
+    }
+    return 1;
 }

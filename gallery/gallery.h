@@ -26,8 +26,8 @@ struct NamedBox {
 /// Each box and dialog of the toolkit with content that strains it.
 [[nodiscard]] const std::vector<NamedBox>& Boxes();
 
-/// Renders every page and every box to PNG files of `folder`, light and dark, at 100 and 200 per
-/// cent, small and large, in fonts of 9, 10 and 12 points; false when a file can't be written.
+/// Renders every page, moment and box to PNG files of `folder`, light and dark, small and large, in
+/// fonts of 9, 10 and 12 points, at the scale of the screen; false when a file can't be written.
 [[nodiscard]] bool TakeScreenshots(const QString& folder);
 
 }  // namespace ostrova::gallery

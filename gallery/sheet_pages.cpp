@@ -1,4 +1,4 @@
-#include "tests/gallery/sheet_pages.h"
+#include "gallery/sheet_pages.h"
 
 #include <utility>
 

@@ -1,8 +1,8 @@
-#include "tests/gallery/gallery.h"
+#include "gallery/gallery.h"
 
 #include <QPalette>
 
-#include "tests/gallery/pages.h"
+#include "gallery/pages.h"
 
 namespace ostrova::gallery {
 

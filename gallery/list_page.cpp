@@ -1,76 +1,40 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QScrollArea>
-#include <QTimer>
-#include <algorithm>
 #include <string>
-#include <utility>
-#include <vector>
 
-#include "tests/gallery/pages.h"
-#include "uikit/cell_edit.h"
-#include "uikit/new_list_ctrl.h"
+#include "gallery/pages.h"
+#include "gallery/song_list.h"
 
 namespace ostrova::gallery {
 namespace {
 
 using namespace uikit;
 
-/// Stores what its cells are given and moves the rows that are dragged.
-class LiveList : public NewListCtrl {
-public:
-    explicit LiveList(QWidget* parent) : NewListCtrl(parent) {
-        connect(this, &NewListCtrl::endLabelEdit, this, [this](const CellNotice& notice) {
-            if (notice.row < 0 || !notice.text) return;
-            SetCellText(notice.row, notice.column, *notice.text);
-            SortBy(-1, true);
-        });
-    }
-
-    [[nodiscard]] bool CanDrag(int) const override { return true; }
-    void OnDrop(NewListCtrl& target, int sourceRow, int dropRow) override {
-        RowTexts texts;
-        for (int column = 0; column < GetColumnCount(); ++column) {
-            texts.emplace_back(CellText(sourceRow, column));
-        }
-        DeleteRow(sourceRow);
-        const bool isBehindGap = &target == this && dropRow > sourceRow;
-        const int row = std::min(isBehindGap ? dropRow - 1 : dropRow, target.GetRowCount());
-        target.InsertRow(row, std::move(texts));
-        target.SelectRow(row);
-    }
-};
-
 /// Lists under their captions.
 class ListGrid {
 public:
     explicit ListGrid(QWidget* page) : grid_(new QGridLayout(page)) {}
 
-    /// A list with the columns of a show's songs, and some songs.
-    NewListCtrl& Add(const std::string& caption) {
+    /// A list whose rows the platform draws.
+    SongList& AddPlatformDrawn(const std::string& caption) {
         auto* label = new QLabel(QString::fromStdString(caption));
-        auto* list = new LiveList(grid_->parentWidget());
+        auto* list = new SongList(grid_->parentWidget());
         list->setAccessibleName(label->text());
-        list->SetDrawMode(2);
         list->SetAutoFitColumns(true);
         list->SetShowSelectionAlways(true);
-        list->InsertColumn(0, "Time", Qt::AlignLeft, 76);
-        list->InsertColumn(1, "Song Title", Qt::AlignRight, 90);
-        list->InsertColumn(2, "Artist", Qt::AlignLeft, 78);
-        list->InsertColumn(3, "Comment", Qt::AlignHCenter, 64);
-        list->AppendRows({
-            {"11:02pm", "Tender Harbour", "The Lanterns", ""},
-            {"~11:06pm", "Fish & Chips <b>live</b>", "R\xF6yk\xE4 & Sons", "new"},
-            {"11:10pm", "9 Rooms", "Mina Vale", "repeat"},
-            {"11:15pm", "A very long title that no column can ever hold", "Quartet", "x"},
-            {"12:20am", "10 Rooms", "Mina Vale", "request of the night"},
-        });
-        list->setMinimumSize(310, 120);
-        constexpr int Across = 3;
+        list->setMinimumSize(46 * list->fontMetrics().horizontalAdvance("0"), 120);
+        constexpr int Across = 4;
         grid_->addWidget(label, count_ / Across * 2, count_ % Across);
         grid_->addWidget(list, count_ / Across * 2 + 1, count_ % Across);
         ++count_;
         return *list;
+    }
+
+    SongList& Add(const std::string& caption) {
+        SongList& list = AddPlatformDrawn(caption);
+        list.SetDrawMode(2);
+        return list;
     }
 
 private:
@@ -101,8 +65,15 @@ void AddColours(ListGrid& grid) {
     colours.SetRowBackColours(2, Rgb(255, 128, 128), NoColour);
     colours.SetRowBackColours(3, Rgb(64, 0, 64), Rgb(255, 220, 0));
     colours.SelectRow(3);
+    NewListCtrl& whole = grid.Add("Whole rows coloured, matches starred");
+    for (const int row : {1, 3, 4}) {
+        whole.SetRowBackColours(row, Rgb(255, 128, 128), Rgb(64, 0, 64));
+        whole.GetRowRecord(row).extra = WholeRowBack | StarredRow;
+    }
+    whole.SelectRow(3);
     NewListCtrl& inactive = grid.Add("Read-only rows");
     for (const int row : {0, 2, 4}) inactive.SetRowReadOnly(row, true);
+    inactive.SelectRow(4);
     for (const int mode : {0, 1, 2}) {
         NewListCtrl& list = grid.Add("Draw mode " + std::to_string(mode));
         list.SetDrawMode(mode);
@@ -110,6 +81,31 @@ void AddColours(ListGrid& grid) {
         list.SetRowBackColours(2, Rgb(255, 128, 128), NoColour);
         list.SelectRow(1);
     }
+    grid.AddPlatformDrawn("Drawn by the platform").SelectRow(1);
+}
+
+void AddValuesAndSizes(ListGrid& grid) {
+    NewListCtrl& values = grid.Add("Yes or no, files to save and to open");
+    values.SetColumnKinds(
+        {sort_kind::NoCase, click_kind::YesNo, click_kind::SaveFile, click_kind::OpenFile});
+    for (int row = 0; row < values.GetRowCount(); ++row) {
+        values.SetCellText(row, 1, row % 2 == 0 ? "Yes" : "No");
+        values.SetCellText(row, 2, "file.txt");
+        values.SetCellText(row, 3, "file.txt");
+    }
+    NewListCtrl& quiet = grid.Add("Selection shown only with the focus");
+    quiet.SetShowSelectionAlways(false);
+    quiet.SelectRow(1);
+    NewListCtrl& wide = grid.Add("More than fits");
+    wide.SetAutoFitColumns(false);
+    wide.setColumnWidth(0, 200);
+    for (int i = 1; i <= 100; ++i) wide.InsertRow(0, {std::to_string(i), "A song", "Somebody", ""});
+    wide.SelectRow(40);
+    wide.EnsureVisible(40);
+    NewListCtrl& narrow = grid.Add("Columns as narrow as can be");
+    narrow.SetAutoFitColumns(false);
+    for (const int column : {0, 1, 3}) narrow.setColumnWidth(column, 12);
+    narrow.SortBy(1, true);
 }
 
 QIcon Square(Qt::GlobalColor colour) {
@@ -130,16 +126,13 @@ QWidget* MakeListPage(QWidget* parent) {
     ListGrid grid(area->widget());
     AddPlainAndSorted(grid);
     AddColours(grid);
+    AddValuesAndSizes(grid);
     NewListCtrl& pictures = grid.Add("With pictures");
     pictures.SetStateImages({Square(Qt::darkGreen), Square(Qt::darkYellow)});
     pictures.SetSmallImages({Square(Qt::darkYellow)});
     pictures.setColumnWidth(0, 120);
     grid.Add("Empty").DeleteAllRows();
     grid.Add("Switched off").setEnabled(false);
-    // An editor needs the focus, so there is only one: the text editor; the drop-down list opens a
-    // window of its own.
-    NewListCtrl* edited = &grid.Add("A cell being edited");
-    QTimer::singleShot(0, edited, [edited] { EditCellText(*edited, 2, 1); });
     return area;
 }
 

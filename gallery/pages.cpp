@@ -1,4 +1,4 @@
-#include "tests/gallery/pages.h"
+#include "gallery/pages.h"
 
 #include <QComboBox>
 #include <QGridLayout>
@@ -7,11 +7,13 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTextDocument>
 #include <QVBoxLayout>
 #include <initializer_list>
+#include <memory>
 #include <utility>
 
-#include "tests/gallery/gallery.h"
+#include "gallery/gallery.h"
 #include "uikit/dialog_builder.h"
 #include "uikit/dialog_layout.h"
 #include "uikit/hand_cursor.h"
@@ -126,7 +128,9 @@ QWidget* MakeMarkupPage(QWidget* parent) {
         auto* view = new MarkupView(page);
         view->UseDialogFace();
         view->SetMarkup(markup);
-        view->setMinimumHeight(uikit::MeasureRichText(*view->document(), 3).height());
+        const std::unique_ptr<QTextDocument> whole(view->document()->clone());
+        whole->setTextWidth(-1);  // the view's own breaks no lines before it is shown
+        view->setMinimumHeight(uikit::MeasureRichText(*whole, 3).height());
         AddRow(grid, name, view);
     }
     auto* plain = new MarkupView(page);
