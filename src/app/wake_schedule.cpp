@@ -45,8 +45,9 @@ void WakeSchedule::FetchBegins() {
 void WakeSchedule::FetchFailed(const playlists::RunResult& result) {
     const EpochSeconds now = clock_->Now();
     const int delay = retries_.After(result);
-    // A repeating timer counts from its last moment, so that 13:00 is followed by 13:15 and 13:30
-    // however long a fetch takes.
+    // A new delay counts from the end of the fetch. From there on the timer repeats, counting from
+    // its own last moment: after a fetch from 13:00:00 to 13:00:20 it is due at 13:15:20, 13:30:20
+    // and so on, however long those fetches take.
     const bool repeats = due_.IsInterval() && delay == wakeDelay_ && due_.Get() + delay > now;
     due_.SetInterval(repeats ? due_.Get() : now, delay);
     wakeDelay_ = delay;
