@@ -42,9 +42,13 @@ bool SwitchesPage(const QKeyEvent& key) {
 }  // namespace
 
 DropDown::DropDown(QWidget* parent) : QComboBox(parent) {
-    // Its width is the template's; to measure every text would only take time.
-    setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
     setFocusPolicy(Qt::StrongFocus);
+}
+
+/// Its width is the template's: to measure every text would only take time. So would a policy that
+/// has them left out, for it makes the list, which opens on few pages, at once.
+QSize DropDown::sizeHint() const {
+    return minimumSizeHint();
 }
 
 void DropDown::TakeTemplateHeight() {

@@ -18,6 +18,8 @@ public:
     /// list open. The box becomes as high as it is closed; the list scrolls when it holds more.
     void TakeTemplateHeight();
 
+    /// Room for as many characters as `minimumContentsLength` says.
+    [[nodiscard]] QSize sizeHint() const override;
     void showPopup() override;
 
 protected:
