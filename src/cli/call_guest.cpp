@@ -1,4 +1,5 @@
 #include "cli/call.h"
+#include "cli/dates.h"
 #include "cli/weekend_choice.h"
 #include "playlists/guest.h"
 #include "playlists/page_parser.h"
@@ -79,25 +80,31 @@ private:
 
     [[nodiscard]] std::optional<playlists::GuestInfo> FromSite(Session& session) const {
         playlists::WeekendState state;
-        if (!weekend_) {  // which weekend that is shows only when its pages are there
-            if (!LoadWeekend(session, weekend_, state)) return std::nullopt;
-            return state.guest.shown;
-        }
+        // Which weekend is the current one shows only when its pages are there.
+        const bool isLoaded =
+            weekend_ ? LoadGuest(session, state) : LoadWeekend(session, weekend_, state);
+        if (!isLoaded || session.Outside().Stopped()) return std::nullopt;
+        if (state.guest.pageHad) return state.guest.shown;
+        session.Complain(util::Format(
+            session.Options().offline ? "No guest page of the weekend of %s is in the cache."
+                                      : "Failed to download the guest page of the weekend of %s.",
+            LongDateText(DateOf(state.displayedWeekend.anchor))));
+        return std::nullopt;
+    }
+
+    /// Looks up the guest of the weekend named. False after a complaint.
+    [[nodiscard]] bool LoadGuest(Session& session, playlists::WeekendState& state) const {
         const auto weekend = ChooseWeekend(session, weekend_);
-        if (!weekend) return std::nullopt;
+        if (!weekend) return false;
         const auto source = session.Source();
-        if (!source) return std::nullopt;
+        if (!source) return false;
+        state.displayedWeekend = *weekend;
         const bool isLatest = IsCurrentWeekend(session, *weekend);
         const playlists::WeekendAnchor anchor = weekend->anchor;
         if (!playlists::LoadGuestInfo(*source, state.guest, anchor, isLatest, true)) {
             playlists::LoadGuestInfo(*source, state.guest, anchor, isLatest, false);
         }
-        if (!state.guest.pageHad && !session.Outside().Stopped()) {
-            session.Complain(source->offline ? "No guest page of that weekend is in the cache."
-                                             : "Failed to download that weekend's guest page.");
-            return std::nullopt;
-        }
-        return state.guest.shown;
+        return true;
     }
 
     static void Print(Session& session, const playlists::GuestInfo& guest) {
@@ -113,7 +120,7 @@ private:
             return;
         }
         if (util::IsBlank(guest.text)) {
-            session.Out().Line("No guest programmer was found.");
+            session.Hint("No guest programmer was found.");
             return;
         }
         session.Out().Line(util::TrimRight(text));

@@ -23,7 +23,7 @@ constexpr CallHelp ResultsHelp = {
     .exitStatus =
         "0  a favourite was played\n"
         "1  none was\n"
-        "2  trouble: no playlist could be had, the search list can't be read",
+        "2  trouble: no playlist could be had or one failed, the search list can't be read",
     .examples =
         "ostrova-cli results\n"
         "ostrova-cli results 2006-03-04 --all\n"

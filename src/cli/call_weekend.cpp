@@ -1,3 +1,4 @@
+#include <array>
 #include <nlohmann/json.hpp>
 
 #include "cli/call.h"
@@ -28,7 +29,7 @@ constexpr CallHelp WeekendHelp = {
         " \"shows\":[{\"slot\",\"time\",\"cacheName\",\"address\"}]}: times in seconds since\n"
         "1970, slots \"friday\", \"saturdayMorning\", \"saturdayNight\"",
     .exitStatus =
-        "0  always, but for\n"
+        "0  the weekend was printed\n"
         "2  trouble: a moment that no calendar has, a bad site host, a data folder that\n"
         "   can't be entered",
     .examples =
@@ -57,23 +58,33 @@ public:
         const auto source = session.Source();
         if (!source) return false;
         const auto current = playlists::CurrentWeekend(*moment);
+        const Addresses addresses = AddressesOf(*source, current.weekend);
+        if (session.Outside().Stopped()) return false;  // an index may lack that was asked for
         if (session.Out().IsText()) {
-            PrintText(session, *source, current);
+            PrintText(session, addresses, current);
         } else {
-            PrintJson(session, *source, current);
+            PrintJson(session, addresses, current);
         }
         return true;
     }
 
 private:
-    static std::string AddressOf(const playlists::PageSource& source,
-                                 playlists::EpochSeconds showTime) {
-        return util::ToUtf8(playlists::ComputePageAddress(source, playlists::WantCachePath::No,
-                                                          showTime, /*allowAutodial=*/true)
-                                .address);
+    using Addresses = std::array<std::string, playlists::AllShows.size()>;  // UTF-8
+
+    static Addresses AddressesOf(const playlists::PageSource& source,
+                                 const playlists::Weekend& weekend) {
+        Addresses addresses;
+        for (std::size_t i = 0; i < addresses.size(); ++i) {
+            const playlists::EpochSeconds time = weekend.ShowTime(playlists::AllShows[i]);
+            addresses[i] =
+                util::ToUtf8(playlists::ComputePageAddress(source, playlists::WantCachePath::No,
+                                                           time, /*allowAutodial=*/true)
+                                 .address);
+        }
+        return addresses;
     }
 
-    static void PrintJson(Session& session, const playlists::PageSource& source,
+    static void PrintJson(Session& session, const Addresses& addresses,
                           const playlists::CurrentWeekendResult& current) {
         const playlists::Weekend& weekend = current.weekend;
         nlohmann::ordered_json object = {{"anchor", weekend.anchor},
@@ -81,29 +92,31 @@ private:
                                          {"saturdayNight", weekend.saturdayNight},
                                          {"weekendOver", current.weekendOver}};
         object["shows"] = nlohmann::ordered_json::array();
-        for (const playlists::ShowSlot slot : playlists::AllShows) {
+        for (std::size_t i = 0; i < addresses.size(); ++i) {
+            const playlists::ShowSlot slot = playlists::AllShows[i];
             const playlists::EpochSeconds time = weekend.ShowTime(slot);
             nlohmann::ordered_json show;
             show["slot"] = SlotName(slot);
             show["time"] = time;
             show["cacheName"] = playlists::ShowCacheName(time);
-            show["address"] = AddressOf(source, time);
+            show["address"] = addresses[i];
             object["shows"].push_back(std::move(show));
         }
         session.Out().JsonText(
             object.dump(-1, ' ', true, nlohmann::ordered_json::error_handler_t::replace));
     }
 
-    static void PrintText(Session& session, const playlists::PageSource& source,
+    static void PrintText(Session& session, const Addresses& addresses,
                           const playlists::CurrentWeekendResult& current) {
         Output& out = session.Out();
         out.Line(current.weekendOver ? "The weekend is over." : "The weekend is current.");
-        for (const playlists::ShowSlot slot : playlists::AllShows) {
+        for (std::size_t i = 0; i < addresses.size(); ++i) {
+            const playlists::ShowSlot slot = playlists::AllShows[i];
             const playlists::EpochSeconds time = current.weekend.ShowTime(slot);
             out.BoldLine(playlists::DisplayName(slot));
             out.Line("  filed at  " + MomentText(time));
             out.Line("  cached as " + playlists::ShowCacheName(time));
-            out.Line("  address   " + AddressOf(source, time));
+            out.Line("  address   " + addresses[i]);
         }
     }
 

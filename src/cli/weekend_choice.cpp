@@ -40,25 +40,40 @@ bool IsToCome(Session& session, const playlists::Weekend& weekend) {
 
 namespace {
 
+bool SiteHasNone(const playlists::TransferResult& failure) {
+    return failure.httpStatus == 404 || failure.httpStatus == 410;
+}
+
 /// Says which shows are missing from what is shown. That the site has no page of a show, or the
-/// cache when nothing is fetched, is worth knowing; anything else is trouble.
+/// cache when nothing is fetched, or that a page holds no song, is worth knowing; anything else is
+/// trouble.
 void TellFailures(Session& session, const playlists::Weekend& weekend,
                   const playlists::RunResult& result, bool isOffline) {
     if (session.Outside().Stopped()) return;
     for (std::size_t i = 0; i < playlists::AllShows.size(); ++i) {
         const auto& failure = result.failures[i];
-        if (!failure) continue;
+        if (!failure && !result.songless[i]) continue;
         const playlists::ShowSlot slot = playlists::AllShows[i];
         const std::string show = util::Format("%s, %s: ", playlists::DisplayName(slot),
                                               LongDateText(DateOf(weekend.ShowTime(slot))));
-        if (isOffline) {
+        if (!failure) {
+            session.Hint(show + "the page holds no song.");
+        } else if (isOffline) {
             session.Hint(show + "not in the cache.");
-        } else if (failure->httpStatus == 404 || failure->httpStatus == 410) {
+        } else if (SiteHasNone(*failure)) {
             session.Hint(show + "the site has no such page.");
         } else {
             session.Complain(show + FailureReason(*failure) + ".");
         }
     }
+}
+
+/// Says why the newer weekend is not shown, unless it just is not out yet.
+void TellSkipped(Session& session, const playlists::Weekend& weekend, playlists::RunResult result) {
+    for (auto& failure : result.failures) {
+        if (failure && SiteHasNone(*failure)) failure.reset();
+    }
+    TellFailures(session, weekend, result, /*isOffline=*/false);
 }
 
 }  // namespace
@@ -73,7 +88,9 @@ bool LoadWeekend(Session& session, const std::optional<std::string>& text,
     playlists::RunResult result;
     if (!text) {
         const bool isOver = playlists::CurrentWeekend(session.Outside().clock->Now()).weekendOver;
-        result = playlists::StartupLoad(*source, state, isOver).run;
+        const playlists::StartupResult load = playlists::StartupLoad(*source, state, isOver);
+        result = load.run;
+        if (!source->offline) TellSkipped(session, *weekend, load.skipped);
         if (!result.had && source->offline) {
             session.Hint("With --offline only the cache was looked at.");
         }
@@ -90,7 +107,8 @@ bool LoadWeekend(Session& session, const std::optional<std::string>& text,
     if (!source->offline || result.had) {
         TellFailures(session, state.displayedWeekend, result, source->offline);
     }
-    return result.had;
+    // What was stopped half-way is no answer: it may even be that of another weekend.
+    return result.had && !session.Outside().Stopped();
 }
 
 }  // namespace ostrova::cli

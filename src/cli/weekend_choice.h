@@ -25,8 +25,8 @@ void AddWeekend(CLI::App& app, std::optional<std::string>& text);
 [[nodiscard]] bool IsToCome(Session& session, const playlists::Weekend& weekend);
 
 /// Brings a weekend's playlists and guest into `state`: the one named, or the current one with the
-/// start-up's fall-back of one week. False after a complaint, when none of its pages could be had
-/// or it has not begun.
+/// start-up's fall-back of one week. False when there is nothing to show: after a complaint, when
+/// none of its pages could be had or it has not begun, and silently when the program was stopped.
 [[nodiscard]] bool LoadWeekend(Session& session, const std::optional<std::string>& text,
                                playlists::WeekendState& state);
 

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <cstdio>
-
-#include "playlists/page_parser.h"
+#include <utility>
 
 namespace ostrova::playlists {
 
-bool LoadShow(const PageSource& source, Playlist& playlist, EpochSeconds showTime,
-              bool allowAutodial, TransferResult* last) {
+std::optional<PageStatus> LoadShow(const PageSource& source, Playlist& playlist,
+                                   EpochSeconds showTime, bool allowAutodial,
+                                   TransferResult* last) {
     playlist.clear();
     const PageAddress page =
         ComputePageAddress(source, WantCachePath::Yes, showTime, allowAutodial);
@@ -24,12 +24,12 @@ bool LoadShow(const PageSource& source, Playlist& playlist, EpochSeconds showTim
         last->retryAfterSeconds =
             std::max(transfer.retryAfterSeconds, page.index.retryAfterSeconds);
     }
-    if (!had) return false;
+    if (!had) return std::nullopt;
     // A page that could not be read is not a page without songs: nothing is known about it, and it
     // stays. One without songs goes, so that it is fetched again; it counts as had all the same.
     const PageStatus status = ParsePlaylistPage(playlist, page.cachePath, *source.tools.messages);
     if (status == PageStatus::NoSongs) std::remove(page.cachePath.c_str());
-    return true;
+    return status;
 }
 
 RunResult WeekendRun(const PageSource& source, WeekendState& state, WeekendAnchor anchor,
@@ -39,8 +39,9 @@ RunResult WeekendRun(const PageSource& source, WeekendState& state, WeekendAncho
         const bool mayDial = allowAutodial && AllShows[i] == ShowSlot::ShowFriday;
         TransferResult transfer;
         const EpochSeconds showTime = ShowTimeOf(anchor, AllShows[i]);
-        if (LoadShow(source, state.playlists[i], showTime, mayDial, &transfer)) {
+        if (const auto page = LoadShow(source, state.playlists[i], showTime, mayDial, &transfer)) {
             result.had = true;
+            result.songless[i] = page == PageStatus::NoSongs;
         } else {
             result.failures[i] = transfer;
         }
@@ -62,6 +63,7 @@ StartupResult StartupLoad(const PageSource& source, WeekendState& state, bool we
     if (!result.found && !weekendOver) {
         state.displayedWeekend = WeekendAt(state.displayedWeekend.anchor - SecondsPerWeek);
         result.steppedBack = true;
+        result.skipped = std::exchange(result.run, {});
         result.run = WeekendRun(source, state, state.displayedWeekend.anchor, false, true);
         result.found = result.run.had;
     }

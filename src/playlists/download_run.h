@@ -8,6 +8,7 @@
 
 #include "playlists/guest.h"
 #include "playlists/page_address.h"
+#include "playlists/page_parser.h"
 #include "playlists/song.h"
 
 namespace ostrova::playlists {
@@ -26,15 +27,17 @@ struct WeekendState {
 struct RunResult {
     bool had = false;  // at least one of the three pages could be had
     std::array<std::optional<TransferResult>, 3> failures;  // of the shows that could not be had
-    bool reachedNetwork = false;                            // any request left the machine
-    int retryAfterSeconds = 0;                              // the longest that a server asked for
+    std::array<bool, 3> songless{};  // the shows whose page was had and read, and held no song
+    bool reachedNetwork = false;     // any request left the machine
+    int retryAfterSeconds = 0;       // the longest that a server asked for
 };
 
-/// Loads one show into `playlist`. True when the page was had, even if it held no song; a page that
-/// was read and held none leaves the cache. `last`, when given, receives the page's transfer's
-/// result; its network flag and pause take in the year index's transfer.
-bool LoadShow(const PageSource& source, Playlist& playlist, EpochSeconds showTime,
-              bool allowAutodial, TransferResult* last = nullptr);
+/// Loads one show into `playlist`. Tells how reading went when the page was had, nothing when it
+/// was not; a page that was read and held no song leaves the cache. `last`, when given, receives
+/// the page's transfer's result; its network flag and pause take in the year index's transfer.
+std::optional<PageStatus> LoadShow(const PageSource& source, Playlist& playlist,
+                                   EpochSeconds showTime, bool allowAutodial,
+                                   TransferResult* last = nullptr);
 
 /// Loads the weekend's three shows into `state.playlists`, and its guest when any was had. Only the
 /// first show may dial.
@@ -45,7 +48,8 @@ RunResult WeekendRun(const PageSource& source, WeekendState& state, WeekendAncho
 struct StartupResult {
     bool found = false;
     bool steppedBack = false;
-    RunResult run;  // the last one
+    RunResult run;      // the last one
+    RunResult skipped;  // that of the weekend stepped back from
 };
 
 /// The first load of an interactive start: the displayed weekend, or the one before when that is

@@ -76,7 +76,11 @@ TEST_F(WeekendTest, ListsResultsShowByShow) {
 
 TEST_F(WeekendTest, FallsBackOneWeekAndSaysWhenNothingCanBeHad) {
     PutWeekend();  // a week old: that of today is not out yet
-    EXPECT_EQ(Out({"results", "--json"}), matchesOfMarch_);
+    EXPECT_EQ(Run({"results", "--json"}), (CliResult{Found, matchesOfMarch_, ""}));
+    site_.PutArchived("20060310", {.status = 500});  // or is it?
+    EXPECT_EQ(Run({"results", "--json"}),
+              (CliResult{Trouble, matchesOfMarch_,
+                         "ostrova-cli: Friday night, 10 March 2006: the server answered 500.\n"}));
 
     const std::string none = "the site has no such page.\n";
     EXPECT_EQ(
@@ -109,6 +113,9 @@ TEST_F(WeekendTest, TellsWhichShowsAreMissingFromTheResults) {
     const CliResult absent = Run({"results", "2006-03-03"});
     EXPECT_EQ(absent.status, Found);
     EXPECT_THAT(absent.err, EndsWith(night + "the site has no such page.\n"));
+    site_.PutArchived("20060304", "<td>Sorry\n");
+    EXPECT_THAT(Run({"results", "2006-03-03"}).err, EndsWith(night + "the page holds no song.\n"));
+    site_.PutArchived("20060304", {.status = 404});
     const CliResult offline = Run({"results", "2006-03-03", "--offline"});
     EXPECT_EQ(offline.status, Found);
     EXPECT_THAT(offline.err, EndsWith(night + "not in the cache.\n"));
@@ -131,10 +138,16 @@ TEST_F(WeekendTest, ReadsTheGuestFromSiteOrFile) {
               expected);
     EXPECT_EQ(Run({"guest", "2006-04-01", "--json", "--year-page", file, "--address", address}),
               (CliResult{NothingFound, Json("{'text':null,'link':null,'bothNights':false}\n")}));
+    EXPECT_EQ(Run({"guest", "2006-04-01", "--year-page", file, "--address", address}),
+              (CliResult{NothingFound, "", "ostrova-cli: No guest programmer was found.\n"}));
     EXPECT_THAT(Out({"guest", "2006-03-04", "--json", "--year-page", file, "--address",
                      "http://site.test/caf\xC3\xA9/default.htm"}),
                 HasSubstr(Json("'http://site.test/caf\\u00e9/mel.htm'")));
-    ExpectTrouble({"guest", "2005-03-04"}, "Failed to download that weekend's guest page.\n");
+    const std::string failed = "Failed to download the guest page of the weekend of ";
+    ExpectTrouble({"guest", "2005-03-04"}, failed + "4 March 2005.\n");
+    site_.PutArchived("20060310", Friday);
+    site_.Put("/vantra/guest/2006/default.htm", {.status = 404});
+    ExpectTrouble({"guest"}, failed + "10 March 2006.\n");
     EXPECT_EQ(Status({"guest", "2005-03-04", "--offline"}), Trouble);
 }
 
@@ -184,7 +197,9 @@ TEST_F(WeekendTest, EndsByTheSignalThatCameAndKeepsWholePages) {
     };
     EXPECT_EQ(Status({"fetch", "--from", "2006-03-03", "--to", "2006-03-04", "--jobs", "1"}), 130);
     EXPECT_TRUE(folder_.Names("Cache").contains("20060303.htm"));
-    EXPECT_EQ(Run({"results"}).err, "");  // what fails for that reason is not told
+    for (const char* call : {"results", "guest", "weekend"}) {
+        EXPECT_EQ(Run({call}), (CliResult{130, "", ""}));  // no answer, and no complaint of that
+    }
 }
 
 TEST(StatusLine, StaysWithinTheTerminalAndCleansUpBehindItself) {

@@ -19,5 +19,6 @@ packaging = sources / "packaging"
 named["metainfo"] = first(r'<release version="([^"]*)"',
                           (packaging / "example.kelvane.ostrova.metainfo.xml").read_text())
 named["changelog"] = first(r"\(([^)-]*)-", (packaging / "debian/changelog").read_text())
+named["changes"] = first(r"(?m)^## ([^,\s]+)", (sources / "CHANGELOG.md").read_text())
 wrong = {name: said for name, said in named.items() if said != version}
 print("all are", version) if not wrong else sys.exit(f"not {version}: {wrong}")
