@@ -1,7 +1,6 @@
 """The deeds that read and write the user's files, and what is right after a fault in each."""
 
 import json
-import time
 
 from harness import *
 
@@ -240,7 +239,8 @@ class BackgroundFetch(CachePage):
     def perform(self, world, preload, extra):
         background = Background(world, WallClock(world, SUNDAY), preload, extra).start()
         came = background.wait_for(lambda: any("weekend of" in line for line in background.lines()))
-        time.sleep(0.02)  # what follows is to be failed as well
+        # What follows is to be failed as well, and the check for upgrades to be over.
+        came = came and background.wait_for(background.waits)
         status = background.end()
         return Run(status if came else None, "", "\n".join(background.lines()))
 
