@@ -240,7 +240,7 @@ class BackgroundFetch(CachePage):
         background = Background(world, WallClock(world, SUNDAY), preload, extra).start()
         came = background.wait_for(lambda: any("weekend of" in line for line in background.lines()))
         # What follows is to be failed as well, and the check for upgrades to be over.
-        came = came and background.wait_for(background.waits)
+        came = came and background.wait_for(background.sleeps)
         status = background.end()
         return Run(status if came else None, "", "\n".join(background.lines()))
 

@@ -224,15 +224,31 @@ class Background(Resident):
         lines = [line.split() for line in self.lines() if line.endswith(": found")]
         return [f"{words[0]} {words[1]} {words[4].rstrip(':')}" for words in lines]
 
-    def waits(self):
-        """Whether it waits for its time: it has a timer, which is an eventfd of the clock library's,
-        and has let go of the network, as it does when all that it had to do is done."""
+    def descriptors(self):
+        """What each of its open descriptors is for."""
         try:
-            folder = Path(f"/proc/{self.process.pid}/fd")
-            kinds = " ".join(os.readlink(name) for name in folder.iterdir())
+            return [os.readlink(name) for name in Path(f"/proc/{self.process.pid}/fd").iterdir()]
         except OSError:
-            return False
-        return "eventfd" in kinds and "socket" not in kinds
+            return []
+
+    def rest(self):
+        """Equal at two moments when it has slept all the time between them; None while it works."""
+        lines = lines_of(Path(f"/proc/{self.process.pid}/status"))
+        if not any(line.startswith("State:\tS") for line in lines):
+            return None
+        return [line for line in lines if "ctxt_switches" in line]
+
+    def sleeps(self):
+        """Whether it sleeps and has let go of the network, as it does when all that it had to do is
+        done."""
+        before = self.rest()
+        descriptors = " ".join(self.descriptors())
+        return before is not None and before == self.rest() and "socket" not in descriptors
+
+    def waits(self):
+        """Whether it sleeps until its time: it has a timer, which is an eventfd of the clock
+        library's."""
+        return "eventfd" in " ".join(self.descriptors()) and self.sleeps()
 
     def processor_seconds(self):
         words = Path(f"/proc/{self.process.pid}/stat").read_text().rpartition(")")[2].split()
