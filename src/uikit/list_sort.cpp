@@ -36,7 +36,7 @@ std::uint64_t FirstBytes(std::string_view text) {
 
 double LeadingFloat(std::string_view text) {
     text.remove_prefix(util::SkipSpace(text));
-    if (!text.empty() && text.front() == '+') text.remove_prefix(1);
+    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
     double value = 0;
     std::from_chars(text.data(), text.data() + text.size(), value);
     return value;

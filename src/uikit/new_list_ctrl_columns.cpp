@@ -79,6 +79,11 @@ void NewListCtrl::MoveColumn(int from, int to) {
     {
         const Flagged own(resizing_);
         model_.CopyColumn(from, to);
+        if (currentIndex().column() == old) {
+            // Qt would choose another current cell for the one that goes, and select its row.
+            selectionModel()->setCurrentIndex(currentIndex().siblingAtColumn(to),
+                                              QItemSelectionModel::NoUpdate);
+        }
         model_.RemoveColumn(old);
         // The copy was not yet there when its rows were selected.
         selectionModel()->select(selectionModel()->selection(),

@@ -202,6 +202,12 @@ protected:
 TEST_F(MovedListTest, MovesAColumnWithAllThatIsItsOwn) {
     const std::string before = "0 kind 1: d|a|1 kind 2: |b|2 kind 3: |c *";
     EXPECT_EQ(Columns(), before);
+    list_->setFocus();
+    list_->MoveColumn(0, 2);
+    EXPECT_EQ(list_->SelectedRow(), -1);
+    list_->MoveColumn(1, 0);
+    EXPECT_EQ(Columns(), before);
+    EXPECT_EQ(list_->SelectedRow(), -1);
     list_->SelectRow(1);
     list_->MoveColumn(2, 0);
     EXPECT_EQ(Columns(), "2 kind 3: |c *|0 kind 1: d|a|1 kind 2: |b");

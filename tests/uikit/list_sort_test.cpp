@@ -51,7 +51,7 @@ TEST(ListSort, OrdersTextsByTheKindOfTheirColumn) {
              {NoCase, "The Lanterns II|THE LANTERNS", "THE LANTERNS|The Lanterns II",
               "The Lanterns II|THE LANTERNS"},
              {Integer, "10x| 9|-1|none", "-1|none| 9|10x", "10x| 9|none|-1"},
-             {Float, "2.5|-1e3|+2.25|x", "-1e3|x|+2.25|2.5", "2.5|+2.25|x|-1e3"},
+             {Float, "2.5|-1e3|+2.25|+-9", "-1e3|+-9|+2.25|2.5", "2.5|+2.25|+-9|-1e3"},
              {Date, "9:00|4 March 2005|23:30", "9:00|23:30|4 March 2005",
               "4 March 2005|23:30|9:00"},
              {0x10, "b|a", "b|a", "b|a"},
