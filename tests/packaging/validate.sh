@@ -49,7 +49,7 @@ unit)
     runtime=$(mktemp -d)
     trap 'rm -rf "$runtime"' EXIT
     MANPATH=$place/share/man: XDG_RUNTIME_DIR=$runtime systemd-analyze verify --user \
-        "$place"/lib/systemd/user/ostrova.service 2>&1 | silence
+        "$place"/share/systemd/user/ostrova.service 2>&1 | silence
     ;;
 bash | zsh | fish)
     need "$what"
