@@ -71,7 +71,7 @@ void SearchListPage::Initialise() {
     ConnectControls();
     Load();
     unshown_.MoveTo(*list_);
-    list_->SortBy(ArtistColumn, true);
+    list_->SortBy(search_column::Artist, true);
     shown_ = std::make_unique<SearchRows>(*list_);
 }
 
@@ -87,8 +87,8 @@ void SearchListPage::MakeList() {
     list_->SetShowSelectionAlways(true);
     const int scrollBar = list_->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, list_);
     const int width = list_->ClientWidth() - scrollBar;
-    list_->InsertColumn(SongColumn, "Song Title", Qt::AlignRight, width / 2);
-    list_->InsertColumn(ArtistColumn, "Artist", Qt::AlignLeft, width - width / 2);
+    list_->InsertColumn(search_column::Song, "Song Title", Qt::AlignRight, width / 2);
+    list_->InsertColumn(search_column::Artist, "Artist", Qt::AlignLeft, width - width / 2);
     list_->SetColumnKinds({uikit::sort_kind::NoCase, uikit::sort_kind::NoCase});
     list_->SetSortEnabled(true);
 }
