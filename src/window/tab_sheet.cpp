@@ -97,7 +97,7 @@ void TabSheet::ActivatePage(int index) {
 
 void TabSheet::OnCurrentChanged(int index) {
     if (isActivating_) return;
-    if (pages::SheetPage* const left = Switch(index)) emit pageChanged(left, PageAt(index));
+    if (pages::SheetPage* const left = Switch(index)) emit pageChanged(left);
 }
 
 }  // namespace ostrova::window
