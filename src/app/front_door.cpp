@@ -1,6 +1,5 @@
 #include "app/front_door.h"
 
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -47,15 +46,6 @@ bool Holds(const std::vector<std::string>& words, std::string_view word) {
     return std::find(words.begin(), words.end(), word) != words.end();
 }
 
-/// Opens what is closed of the standard streams for nothing: otherwise the next file opened, a page
-/// of the cache perhaps, would take the number and be written to.
-void HoldStandardDescriptors() {
-    for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {
-        const int mode = descriptor == STDIN_FILENO ? O_RDONLY : O_WRONLY;
-        if (::fcntl(descriptor, F_GETFD) < 0 && ::open("/dev/null", mode) < 0) return;
-    }
-}
-
 /// Whoever asks it to end is obeyed at once, at any moment: every file is whole at every moment.
 void EndAtOnce(int) {
     ::_exit(0);
@@ -69,7 +59,6 @@ void ListenForSignals() {
 }
 
 [[noreturn]] void RunBackground(const CommandLine& commandLine, const Hosts& hosts) {
-    HoldStandardDescriptors();
     platform::EndWhenOutOfMemory("ostrova");
     ListenForSignals();
 #ifdef __GLIBC__
@@ -119,6 +108,7 @@ int OpenWindow(const std::vector<std::string>& words) {
 }  // namespace
 
 int FrontDoor(const std::vector<std::string>& words) {
+    platform::HoldStandardStreams();
     platform::IgnoreFatalWriteSignals();
     // These two come before the options, for which "--help" would be the letter "-": everybody
     // expects them of a program.
