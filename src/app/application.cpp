@@ -18,7 +18,7 @@ namespace {
 
 /// How long a waiting process gives the upgrade check to end by itself.
 constexpr std::chrono::milliseconds CheckPatience{60'000};
-constexpr std::chrono::milliseconds CheckPoll{500};
+constexpr std::chrono::milliseconds CheckPoll{100};
 
 }  // namespace
 
@@ -68,6 +68,7 @@ void Application::Start(const CommandLine& commandLine) {
                                  .messages = parts_.messages,
                                  .internetSettings = parts_.internetStore},
         settings_, *parts_.clock, parts_.hosts.maker);
+    parts_.setAtRest(false);
     // In the background too, where nothing ever looks at the result.
     if (upgrades_->IsDue()) upgrades_->Start(CheckKind::Automatic);
 
@@ -122,10 +123,13 @@ BackgroundTasks Application::Tasks() {
     return {
         .runWeekend =
             [this](WeekendAnchor anchor) {
+                parts_.setAtRest(false);
                 state_.guest.latest = {};  // another weekend's
                 // A data folder that was deleted meanwhile is made again, or another one is used.
                 if (!util::FolderExists(settings_.folder)) ReloadSettings();
-                return Runner()(anchor, /*isLatest=*/true);
+                auto result = Runner()(anchor, /*isLatest=*/true);
+                if (IsCancelled()) LetGo();  // the end
+                return result;
             },
         .fridayPageIsCached =
             [this](WeekendAnchor anchor) {
@@ -161,13 +165,19 @@ bool Application::AnySongMatches() {
     return playlists::MarkMatches(state_.playlists, matching::SearchIndex(items));
 }
 
+bool Application::IsCancelled() const {
+    return parts_.cancel != nullptr && *parts_.cancel;
+}
+
 void Application::LetGo() {
     // A process that waits for days keeps neither connections nor the last weekend's songs.
-    for (auto patience = CheckPatience; upgrades_ && upgrades_->IsRunning() && patience.count() > 0;
+    for (auto patience = CheckPatience;
+         upgrades_ && upgrades_->IsRunning() && !IsCancelled() && patience.count() > 0;
          patience -= CheckPoll) {
         parts_.clock->Sleep(CheckPoll);
     }
     upgrades_.reset();  // ends the worker, and with it the guard against dialling
+    parts_.setAtRest(true);
     upgradeHttp_.reset();
     http_.reset();
     state_.playlists = {};
