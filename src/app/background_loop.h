@@ -51,7 +51,7 @@ public:
 private:
     void Wait();
     void OnClockChanged();
-    [[nodiscard]] bool Fetch();
+    void LookForTarget();
     void OnFound(bool wasCached);
     void OnFailed(const playlists::RunResult& result);
     [[nodiscard]] bool ShouldOpen(bool wasCached) const;
