@@ -196,8 +196,8 @@ bool Application::ClaimMainWindow() {
 void Application::LoadFirstWeekend() {
     playlists::StartupLoad(Source(), state_, current_.weekendOver);
     if (state_.latestIsCurrent) {
-        schedule_.SetWakeDelay(
-            playlists::SecondsUntil(parts_.clock->Now(), playlists::Friday, ReleaseHour));
+        schedule_.SetWakeDelay(playlists::SecondsUntil(parts_.clock->Now(), playlists::Friday,
+                                                       playlists::ReleaseHour));
     }
 }
 

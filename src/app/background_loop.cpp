@@ -7,6 +7,7 @@ namespace ostrova::app {
 namespace {
 
 using playlists::Friday;
+using playlists::ReleaseHour;
 using playlists::SecondsPerWeek;
 using playlists::SecondsUntil;
 

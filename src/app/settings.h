@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include "app/version.h"
 #include "platform/settings_store.h"
 
 namespace ostrova::app {
@@ -25,8 +26,8 @@ struct WindowRect {
 
 struct Settings {
     bool checkForUpgrades = true;
-    std::int32_t lastCheckDay = -1;          // `DayNumber` of the last upgrade check
-    std::string latestKnownVersion = "1.9";  // the newest seen on the server
+    std::int32_t lastCheckDay = -1;                  // `DayNumber` of the last upgrade check
+    std::string latestKnownVersion{ProgramVersion};  // the newest seen on the server
     std::int32_t whenToOpen = OpenAlways;
     std::string folder;     // the data folder; an absolute path
     WindowRect windowRect;  // the main window's, when it is not maximised
