@@ -1,7 +1,6 @@
 #include "app/application.h"
 
 #include <chrono>
-#include <cstdlib>
 #include <ostream>
 #include <vector>
 
@@ -156,7 +155,7 @@ matching::SearchListPlaces Application::ListPlaces() {
 void Application::ReloadSettings() {
     const bool wasThere = util::FolderExists(settings_.folder);
     const std::string folder = settings_.folder;
-    LoadSettings(Place(), settings_);
+    static_cast<void>(LoadSettings(Place(), settings_));  // or what was last read still holds
     if (!wasThere || settings_.folder != folder) EnterDataFolder();
 }
 
@@ -213,7 +212,8 @@ void Application::ArmTimer() {
 void Application::CloseMainWindow(bool nobodyCanBeTold) {
     schedule_.Disarm();
     if (!nobodyCanBeTold) upgrades_->Finish();
-    SaveSettings(*parts_.settingsStore, settings_);
+    // The window is gone, and with it the place for words: the old settings are whole, and stay.
+    static_cast<void>(SaveSettings(*parts_.settingsStore, settings_));
     ForgetWindow(*parts_.settingsStore);
     window_.lock.reset();
 }
