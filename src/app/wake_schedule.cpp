@@ -4,7 +4,9 @@
 
 namespace ostrova::app {
 
+using playlists::EndHour;
 using playlists::Friday;
+using playlists::ReleaseHour;
 using playlists::SecondsUntil;
 using playlists::Sunday;
 

@@ -34,6 +34,7 @@ struct HttpRequest {
     std::string agent;
     std::size_t bodyLimit = 8 * 1024 * 1024;  // decoded bytes
     // Present: a form that is posted ("application/x-www-form-urlencoded"), accepting "*/*".
+    // Borrowed until `Perform` returns.
     const std::string* form = nullptr;
 };
 
@@ -45,7 +46,7 @@ struct HttpResponse {
     std::string detail;                 // the library's own description of the error
     int code = 0;                       // and its number
     bool reachedNetwork = false;        // a connection was made
-    bool refused = false;               // none, for the host itself said that nobody listens
+    bool refused = false;               // no connection, as the host says that nothing listens
     bool endKnown = false;              // the answer said how long it is, or came in chunks
     int retryAfterSeconds = 0;          // of a 429 or 503, 0 when not given; at most 3600
 
