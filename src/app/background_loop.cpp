@@ -106,7 +106,7 @@ void BackgroundLoop::OnFound(bool wasCached) {
     const EpochSeconds now = clock_->Now();
     retries_.Settle();
     newestFound_ = target_.Get();
-    announcementDue_ = ShouldOpen(wasCached);
+    DecideAnnouncement(wasCached);
     target_ = LocalMoment(FollowingWeekend(target_.Get()));
     if (now >= ReleaseOf(target_.Get())) {
         due_.SetInterval(now, 0);  // the machine has slept through that one as well
@@ -116,12 +116,15 @@ void BackgroundLoop::OnFound(bool wasCached) {
     }
 }
 
-bool BackgroundLoop::ShouldOpen(bool wasCached) const {
+void BackgroundLoop::DecideAnnouncement(bool wasCached) {
     const std::int32_t whenToOpen = tasks_.readWhenToOpen();
-    // A weekend whose first page was there before was fetched, and shown, by a window.
-    if (whenToOpen == OpenNever || wasCached) return false;
-    if (tasks_.windowIsOpen()) return false;  // its own timer deals with the new weekend
-    return whenToOpen != OpenOnMatch || tasks_.anySongMatches();
+    // A weekend whose first page was there before was fetched, and shown, by a window; the timer of
+    // one that is open deals with the new weekend.
+    if (whenToOpen == OpenNever || wasCached || tasks_.windowIsOpen()) {
+        announcementDue_ = false;
+    } else if (whenToOpen != OpenOnMatch || tasks_.anySongMatches()) {
+        announcementDue_ = true;  // and stays due when a newer weekend has no match
+    }
 }
 
 void BackgroundLoop::Announce() {

@@ -55,7 +55,7 @@ private:
     void LookForTarget();
     void OnFound(bool wasCached);
     void OnFailed(const playlists::RunResult& result);
-    [[nodiscard]] bool ShouldOpen(bool wasCached) const;
+    void DecideAnnouncement(bool wasCached);
     void Announce();
     void Log(const std::string& what) const;
 
