@@ -9,7 +9,7 @@
 #include "platform/whole_file.h"
 #include "playlists/mark_matches.h"
 #include "playlists/page_cache.h"
-#include "playlists/transfer.h"
+#include "playlists/temp_folder.h"
 #include "util/files.h"
 #include "util/format.h"
 

@@ -1,5 +1,6 @@
+#include "playlists/file_copy.h"
+
 #include "platform/whole_file.h"
-#include "playlists/transfer.h"
 #include "util/code_page.h"
 #include "util/files.h"
 

@@ -6,6 +6,8 @@
 #include <limits>
 
 #include "platform/whole_file.h"
+#include "playlists/autodial_guard.h"
+#include "playlists/file_copy.h"
 #include "util/code_page.h"
 #include "util/files.h"
 #include "util/text.h"
