@@ -100,10 +100,7 @@ private:
         if (!source) return false;
         state.displayedWeekend = *weekend;
         const bool isLatest = IsCurrentWeekend(session, *weekend);
-        const playlists::WeekendAnchor anchor = weekend->anchor;
-        if (!playlists::LoadGuestInfo(*source, state.guest, anchor, isLatest, true)) {
-            playlists::LoadGuestInfo(*source, state.guest, anchor, isLatest, false);
-        }
+        playlists::FindGuest(*source, state.guest, weekend->anchor, isLatest);
         return true;
     }
 

@@ -40,10 +40,6 @@ bool IsToCome(Session& session, const playlists::Weekend& weekend) {
 
 namespace {
 
-bool SiteHasNone(const playlists::TransferResult& failure) {
-    return failure.httpStatus == 404 || failure.httpStatus == 410;
-}
-
 /// Says which shows are missing from what is shown. That the site has no page of a show, or the
 /// cache when nothing is fetched, or that a page holds no song, is worth knowing; anything else is
 /// trouble.
@@ -60,7 +56,7 @@ void TellFailures(Session& session, const playlists::Weekend& weekend,
             session.Hint(show + "the page holds no song.");
         } else if (isOffline) {
             session.Hint(show + "not in the cache.");
-        } else if (SiteHasNone(*failure)) {
+        } else if (failure->IsMissingPage()) {
             session.Hint(show + "the site has no such page.");
         } else {
             session.Complain(show + FailureReason(*failure) + ".");
@@ -71,7 +67,7 @@ void TellFailures(Session& session, const playlists::Weekend& weekend,
 /// Says why the newer weekend is not shown, unless it just is not out yet.
 void TellSkipped(Session& session, const playlists::Weekend& weekend, playlists::RunResult result) {
     for (auto& failure : result.failures) {
-        if (failure && SiteHasNone(*failure)) failure.reset();
+        if (failure && failure->IsMissingPage()) failure.reset();
     }
     TellFailures(session, weekend, result, /*isOffline=*/false);
 }

@@ -7,7 +7,7 @@
 
 namespace ostrova::playlists {
 
-/// Copies a regular file of at most 8 MB, whole or not at all.
+/// Copies a regular file of at most `platform::LargestBody` bytes, whole or not at all.
 bool FileCopy(feedback::Messages& messages, const std::string& destination,
               const std::string& source, ReportErrors reportErrors);
 
