@@ -42,7 +42,7 @@ void Application::EnterDataFolder() {
 }
 
 void Application::SweepFolders() {
-    std::vector<std::string> folders = {settings_.folder, util::JoinPath(settings_.folder, "Cache"),
+    std::vector<std::string> folders = {settings_.folder, playlists::CacheFolder(settings_.folder),
                                         parts_.settingsFolder, playlists::TempFolder()};
     // The list is saved beside the program where the data folder does not take it.
     const std::string besideProgram(util::FolderPart(parts_.programPath));

@@ -88,7 +88,7 @@ private:
         session.Complain(util::Format(
             session.Options().offline ? "No guest page of the weekend of %s is in the cache."
                                       : "Failed to download the guest page of the weekend of %s.",
-            LongDateText(DateOf(state.displayedWeekend.anchor))));
+            LongDateText(playlists::DateOf(state.displayedWeekend.anchor))));
         return std::nullopt;
     }
 

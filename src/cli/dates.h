@@ -3,10 +3,11 @@
 // Dates and moments as a user writes them, read strictly: a date that no calendar has is none.
 
 #include <optional>
+#include <string>
 #include <string_view>
 
-#include "playlists/archive_pages.h"
 #include "playlists/calendar.h"
+#include "playlists/date_number.h"
 
 namespace ostrova::cli {
 
@@ -24,8 +25,5 @@ namespace ostrova::cli {
 
 /// 20260228 as "28 February 2026".
 [[nodiscard]] std::string LongDateText(playlists::DateNumber date);
-
-/// The local date of a moment.
-[[nodiscard]] playlists::DateNumber DateOf(playlists::EpochSeconds moment);
 
 }  // namespace ostrova::cli

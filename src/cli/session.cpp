@@ -3,6 +3,7 @@
 #include "app/site_host.h"
 #include "matching/search_list_store.h"
 #include "platform/whole_file.h"
+#include "playlists/page_cache.h"
 #include "util/code_page.h"
 #include "util/files.h"
 #include "util/format.h"
@@ -80,7 +81,7 @@ std::optional<playlists::PageSource> Session::Source() {
     if (!http_) {
         http_ = world_.makeHttp();
         platform::SweepLeftovers(dataFolder_);  // the guest's page lies there
-        platform::SweepLeftovers(util::JoinPath(dataFolder_, "Cache"));
+        platform::SweepLeftovers(playlists::CacheFolder(dataFolder_));
     }
     playlists::PageSource source;
     source.tools = {.http = http_.get(),

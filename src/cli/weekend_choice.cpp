@@ -5,6 +5,8 @@
 
 namespace ostrova::cli {
 
+using playlists::DateOf;
+
 void AddWeekend(CLI::App& app, std::optional<std::string>& text) {
     AddTextOption(app, "WEEKEND", "", text,
                   "Any date in the weekend, as 2006-03-04; by default the current weekend, or the "

@@ -84,7 +84,7 @@ private:
                 continue;
             }
             const EpochSeconds showTime = ShowTimeOf(pages_[next_]);
-            const int year = pages_[next_].date / 10000;
+            const int year = YearOf(pages_[next_].date);
             if (year >= FirstIndexedYear && year != indexYear_) {
                 indexYear_ = year;
                 awaitingIndex_ = true;
@@ -100,7 +100,7 @@ private:
         PageAddress found =
             ComputePageAddress(source_, WantCachePath::No, showTime, /*allowAutodial=*/true);
         const bool needsIndex = pages_[page].slot == ShowSlot::ShowSaturdayMorning &&
-                                pages_[page].date / 10000 >= FirstIndexedYear;
+                                YearOf(pages_[page].date) >= FirstIndexedYear;
         if (needsIndex && !found.fromIndex) {
             // The address that does without an index is the night's: the wrong show would be kept
             // for ever.
