@@ -158,7 +158,7 @@ void Application::ReloadSettings() {
 
 bool Application::AnySongMatches() {
     const auto items = matching::LoadSearchList(ListPlaces(), *parts_.messages);
-    return playlists::MarkMatches(state_.playlists, matching::SearchIndex(items));
+    return items && playlists::MarkMatches(state_.playlists, matching::SearchIndex(*items));
 }
 
 void Application::LetGo() {

@@ -7,13 +7,11 @@
 #include "util/code_page.h"
 #include "util/files.h"
 #include "util/format.h"
-#include "util/path.h"
 
 namespace ostrova::cli {
 namespace {
 
 constexpr std::size_t LongestQuote = 200;
-constexpr std::size_t LongestList = 64 * 1024 * 1024;
 
 }  // namespace
 
@@ -102,25 +100,20 @@ std::optional<std::vector<matching::SearchItem>> Session::SearchItems() {
     std::string folder = dataFolder_;
     const matching::SearchListPlaces places{.folder = &folder, .programPath = world_.programPath};
     auto items = matching::LoadSearchList(places, messages_);
-    if (presenter_.ShowedError()) return std::nullopt;
-    if (items.empty()) {
+    if (items && items->empty()) {
         Hint(util::Format("The search list of '%s' is empty.", dataFolder_));
     }
     return items;
 }
 
 std::optional<std::vector<matching::SearchItem>> Session::ReadListFile() {
-    util::FileContent content = util::ReadFile(*listFile_, LongestList);
+    util::FileContent content = util::ReadFile(*listFile_, matching::LargestList);
     if (!content.Ok()) {
         Complain(
             util::Format("Couldn't read the search list '%s': %s", *listFile_, content.detail));
         return std::nullopt;
     }
-    std::vector<matching::SearchItem> items;
-    for (matching::SearchEntry& entry : matching::ReadSearchEntries(std::move(content.bytes))) {
-        items.push_back(matching::MakeSearchItem(std::move(entry)));
-    }
-    return items;
+    return matching::ReadSearchItems(std::move(content.bytes));
 }
 
 }  // namespace ostrova::cli
