@@ -5,6 +5,7 @@
 #include "util/ascii.h"
 #include "util/format.h"
 #include "util/local_time.h"
+#include "util/text.h"
 
 namespace ostrova::cli {
 namespace {
@@ -41,6 +42,10 @@ std::optional<DateNumber> ParseDate(std::string_view text) {
                       std::chrono::day(static_cast<unsigned>(day));
     if (year == 0 || !date.ok()) return std::nullopt;
     return playlists::MakeDate(year, month, day);
+}
+
+std::string ComplaintOfDate(std::string_view text) {
+    return util::Quoted(text) + " is no date. Write it as 2006-03-04.";
 }
 
 std::optional<playlists::EpochSeconds> ParseMoment(std::string_view text) {

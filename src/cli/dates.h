@@ -14,6 +14,9 @@ namespace ostrova::cli {
 /// Reads "2026-02-28"; nothing for any other form and for days that don't exist.
 [[nodiscard]] std::optional<playlists::DateNumber> ParseDate(std::string_view text);
 
+/// What to say of a text that `ParseDate` does not take.
+[[nodiscard]] std::string ComplaintOfDate(std::string_view text);
+
 /// Reads "2026-02-28 13:00:00" as local time.
 [[nodiscard]] std::optional<playlists::EpochSeconds> ParseMoment(std::string_view text);
 

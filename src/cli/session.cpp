@@ -7,13 +7,9 @@
 #include "util/code_page.h"
 #include "util/files.h"
 #include "util/format.h"
+#include "util/text.h"
 
 namespace ostrova::cli {
-namespace {
-
-constexpr std::size_t LongestQuote = 200;
-
-}  // namespace
 
 Session::Session(const World& world, const CommonOptions& options)
     : world_(world),
@@ -34,7 +30,7 @@ void Session::Complain(std::string_view text) {
 
 bool Session::TakesText(const std::string& text) {
     if (util::IsUtf8(text)) return true;
-    Complain(util::Format("'%s' is not UTF-8.", text));
+    Complain(util::Quoted(text) + " is not UTF-8.");
     return false;
 }
 
@@ -66,8 +62,8 @@ std::optional<std::string> Session::SiteHost() {
     if (!host) {
         Complain(
             util::Format("--site-host must be http://host or https://host of at most %d "
-                         "characters, not '%s'.",
-                         app::LongestSiteHost, options_.siteHost->substr(0, LongestQuote)));
+                         "characters, not %s.",
+                         app::LongestSiteHost, util::Quoted(*options_.siteHost)));
     }
     return host;
 }

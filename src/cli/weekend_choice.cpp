@@ -18,8 +18,7 @@ std::optional<playlists::Weekend> ChooseWeekend(Session& session,
     if (!text) return playlists::CurrentWeekend(session.Outside().clock->Now()).weekend;
     const auto date = ParseDate(*text);
     if (!date) {
-        session.Complain(
-            util::Format("'%s' is no date. Write it as 2006-03-04.", text->substr(0, 100)));
+        session.Complain(ComplaintOfDate(*text));
         return std::nullopt;
     }
     return WeekendOf(*date);
@@ -30,7 +29,11 @@ bool IsCurrentWeekend(Session& session, const playlists::Weekend& weekend) {
     return DateOf(playlists::CurrentWeekend(now).weekend.anchor) == DateOf(weekend.anchor);
 }
 
-bool IsToCome(Session& session, const playlists::Weekend& weekend) {
+namespace {
+
+/// True, after a complaint, when `weekend` lies ahead. Nothing may be fetched for it: the site's
+/// pages of the current shows would be taken for its own, and kept for ever.
+bool RefuseWeekendToCome(Session& session, const playlists::Weekend& weekend) {
     const auto current = playlists::CurrentWeekend(session.Outside().clock->Now()).weekend;
     const playlists::DateNumber friday = DateOf(weekend.anchor);
     if (friday <= DateOf(current.anchor)) return false;
@@ -39,8 +42,6 @@ bool IsToCome(Session& session, const playlists::Weekend& weekend) {
                      LongDateText(friday)));
     return true;
 }
-
-namespace {
 
 /// Says which shows are missing from what is shown. That the site has no page of a show, or the
 /// cache when nothing is fetched, or that a page holds no song, is worth knowing; anything else is
@@ -79,7 +80,7 @@ void TellSkipped(Session& session, const playlists::Weekend& weekend, playlists:
 bool LoadWeekend(Session& session, const std::optional<std::string>& text,
                  playlists::WeekendState& state) {
     const auto weekend = ChooseWeekend(session, text);
-    if (!weekend || IsToCome(session, *weekend)) return false;
+    if (!weekend || RefuseWeekendToCome(session, *weekend)) return false;
     const auto source = session.Source();
     if (!source) return false;
     state.displayedWeekend = *weekend;
