@@ -8,7 +8,7 @@
 #include "platform/whole_file.h"
 #include "playlists/mark_matches.h"
 #include "playlists/page_cache.h"
-#include "playlists/transfer.h"
+#include "playlists/temp_folder.h"
 #include "util/files.h"
 #include "util/format.h"
 
@@ -41,7 +41,7 @@ void Application::EnterDataFolder() {
 }
 
 void Application::SweepFolders() {
-    std::vector<std::string> folders = {settings_.folder, util::JoinPath(settings_.folder, "Cache"),
+    std::vector<std::string> folders = {settings_.folder, playlists::CacheFolder(settings_.folder),
                                         parts_.settingsFolder, playlists::TempFolder()};
     // The list is saved beside the program where the data folder does not take it.
     const std::string besideProgram(util::FolderPart(parts_.programPath));
@@ -161,7 +161,7 @@ void Application::ReloadSettings() {
 
 bool Application::AnySongMatches() {
     const auto items = matching::LoadSearchList(ListPlaces(), *parts_.messages);
-    return playlists::MarkMatches(state_.playlists, matching::SearchIndex(items));
+    return items && playlists::MarkMatches(state_.playlists, matching::SearchIndex(*items));
 }
 
 bool Application::IsCancelled() const {

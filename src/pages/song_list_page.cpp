@@ -7,6 +7,7 @@
 #include "pages/song_arrangement.h"
 #include "pages/song_listing.h"
 #include "pages/song_rows.h"
+#include "playlists/archive_pages.h"
 #include "resources/song_list_template.h"
 #include "uikit/cell_text.h"
 #include "uikit/dialog_builder.h"
@@ -191,7 +192,7 @@ void SongListPage::OnSetActive() {
     // Of the year that the box shows until now, on purpose: when the year then changes, the date
     // is counted from a show of the year before, and is none of the list or a wrong one.
     const EpochSeconds last = Dates().LastShow(SelectedYear());
-    const int yearIndex = yearCombo_->count() - (YearOf(shown) - FirstShowYear + 1);
+    const int yearIndex = yearCombo_->count() - (YearOf(shown) - playlists::FirstArchiveYear + 1);
     if (yearIndex != yearCombo_->currentIndex()) {
         yearCombo_->setCurrentIndex(yearIndex);
         FillDateCombo();

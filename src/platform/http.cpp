@@ -11,7 +11,6 @@
 
 #include "platform/http_headers.h"
 #include "platform/stall_watch.h"
-#include "util/compare.h"
 #include "util/text.h"
 
 namespace ostrova::platform {
@@ -76,11 +75,6 @@ char* CurlStrdup(const char* text) {
     auto* const copy = static_cast<char*>(CurlMalloc(size));
     if (copy != nullptr) std::memcpy(copy, text, size);
     return copy;
-}
-
-bool IsWebAddress(std::string_view url) {
-    return util::StartsWithNoCase(url, "http://") == 0 ||
-           util::StartsWithNoCase(url, "https://") == 0;
 }
 
 HttpError ErrorOf(CURLcode code, bool reachedNetwork) {

@@ -93,6 +93,11 @@ bool CreateFolderPath(std::string_view path) {
     return true;
 }
 
+void RemoveFile(const std::string& path) {
+    struct stat info {};
+    if (::stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode)) ::unlink(path.c_str());
+}
+
 bool ChangeFolder(std::string_view path) {
     return ::chdir(std::string(path).c_str()) == 0;
 }
