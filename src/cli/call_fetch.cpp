@@ -61,15 +61,15 @@ public:
     void OnPage(const playlists::ArchivePage& page,
                 const playlists::ArchiveOutcome& outcome) override {
         ++counts_[static_cast<std::size_t>(outcome.status)];
-        const char* const status = StatusName(outcome.status);
-        if (session_.Out().IsText()) {
-            // What was there already is no news.
-            if (outcome.status != ArchiveStatus::Cached) {
-                session_.Line().Clear();
+        const std::string status = StatusName(outcome.status);
+        const bool isText = session_.Out().IsText();
+        if (!isText || outcome.status != ArchiveStatus::Cached) {  // to a reader, that is no news
+            session_.Line().Clear();
+            if (isText) {
                 session_.Out().Line(page.cacheName + "  " + status);
+            } else {
+                session_.Out().Put({{"page", page.cacheName}, {"status", status}});
             }
-        } else {
-            session_.Out().Put({{"page", page.cacheName}, {"status", std::string(status)}});
         }
         if (outcome.status == ArchiveStatus::Failed) {
             session_.Complain(util::Format("%s: %s", page.cacheName, outcome.reason));
@@ -128,9 +128,11 @@ public:
 private:
     [[nodiscard]] std::optional<int> Jobs(Session& session) const {
         if (!jobs_) return playlists::DefaultFetchJobs;
-        const auto jobs = util::WholeNumber(*jobs_);
-        if (jobs && *jobs >= 1) {
-            return static_cast<int>(std::min<long long>(*jobs, playlists::MostFetchJobs));
+        constexpr long long most = playlists::MostFetchJobs;
+        const bool isNumber = jobs_->find_first_not_of("0123456789") == std::string::npos;
+        if (isNumber && jobs_->find_first_not_of('0') != std::string::npos) {
+            // What no number holds is more than enough.
+            return static_cast<int>(std::min(util::WholeNumber(*jobs_).value_or(most), most));
         }
         session.Complain(
             util::Format("--jobs must be a number of 1 or more, not %s.", util::Quoted(*jobs_)));

@@ -67,6 +67,9 @@ public:
         if (!cached.detail.empty()) {
             session.Complain(util::Format("Couldn't read the page cache of '%s': %s",
                                           session.DataFolder(), cached.detail));
+        } else if (cached.pages.empty()) {
+            session.Hint(
+                "The cache holds no playlist of that time; 'ostrova-cli fetch' brings them.");
         }
         playlists::SearchArchive(session.DataFolder(), cached.pages, index, events);
         return found;

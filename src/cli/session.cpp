@@ -109,7 +109,9 @@ std::optional<std::vector<matching::SearchItem>> Session::ReadListFile() {
             util::Format("Couldn't read the search list '%s': %s", *listFile_, content.detail));
         return std::nullopt;
     }
-    return matching::ReadSearchItems(std::move(content.bytes));
+    auto items = matching::ReadSearchItems(std::move(content.bytes));
+    if (items.empty()) Hint(util::Format("The search list '%s' is empty.", *listFile_));
+    return items;
 }
 
 }  // namespace ostrova::cli

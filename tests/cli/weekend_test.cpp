@@ -161,11 +161,17 @@ TEST_F(WeekendTest, SearchesTheWholeCacheInOrder) {
     EXPECT_EQ(Out({"search", "--title", "help", "--to", "2006-03-03"}),
               "Saturday night, 1 January 2005\n ~12:04am  Help  Somebody\n");
     EXPECT_EQ(Status({"search", "--title", "help", "--artist", "x"}), NothingFound);
-    EXPECT_EQ(Status({"search", "--title", "help", "--from", "2006-03-05"}), NothingFound);
-    const CliResult noList = Run({"search"});
-    EXPECT_EQ(noList.status, NothingFound);
-    EXPECT_THAT(noList.err, HasSubstr("is empty"));
     folder_.Write("other/Cache", "");  // no folder
+    folder_.Write("empty.txt", "");
+    for (const auto& [search, hint] :
+         std::initializer_list<std::pair<std::vector<std::string>, const char*>>{
+             {{"search", "--title", "help", "--from", "2006-03-05"}, "The cache holds no playlist"},
+             {{"search"}, "is empty"},
+             {{"search", "--list", folder_.Path("empty.txt")}, "is empty"}}) {
+        const CliResult nothing = Run(search);
+        EXPECT_EQ(nothing.status, NothingFound);
+        EXPECT_THAT(nothing.err, HasSubstr(hint));
+    }
     ExpectTrouble({"search", "--title", "help", "--data-folder", folder_.Path("other")},
                   "/other': Not a directory\n");
     EXPECT_EQ(site_.Asked(), Asked{});
