@@ -62,6 +62,8 @@ void DropDown::TakeTemplateHeight() {
 /// that is to come to the front.
 void DropDown::showPopup() {
     if (style() != SharedListStyle()) setStyle(SharedListStyle());
+    // A click makes the list before it opens it, in the style of a menu, which has no scroll bar.
+    view()->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, view());
     view()->setMinimumWidth(view()->sizeHintForColumn(0) + scrollBar + 2 * view()->frameWidth());
     QComboBox::showPopup();
