@@ -115,8 +115,9 @@ std::unique_ptr<feedback::ProgressView> ProgressDialogs::Create() {
     return std::make_unique<ProgressDialogView>(shown_);
 }
 
-void ProgressDialogs::Cancel() {
+bool ProgressDialogs::Cancel() {
     if (shown_) shown_->reject();
+    return shown_ != nullptr;
 }
 
 }  // namespace ostrova::uikit
