@@ -15,6 +15,7 @@
 #include "bench/measure.h"
 #include "uikit/dialog_layout.h"
 #include "uikit/markup_view.h"
+#include "uikit/qt_colour.h"
 #include "uikit/text.h"
 
 namespace {

@@ -2,336 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
-#include <ctime>
-#include <utility>
 
-#include "demo/gzip.h"
+#include "demo/fault_answers.h"
 
 namespace ostrova::demo {
 namespace {
-
-constexpr int ForEver = 24 * 3600 * 1000;  // ms; ends when the client has had enough
-constexpr std::size_t Endless = 100'000'000;
-constexpr std::size_t GiantHeader = 200'000;
-
-std::string Length(long long length) {
-    return "Content-Length: " + std::to_string(length) + "\r\n";
-}
-
-std::string Answer(std::string_view statusLine, std::string_view headers, std::string_view body) {
-    std::string answer = "HTTP/1.1 ";
-    return answer.append(statusLine)
-        .append("\r\nContent-Type: text/html\r\n")
-        .append(headers)
-        .append("\r\n")
-        .append(body);
-}
-
-/// A 200 with these headers and this body, and then the end of the connection.
-bool SendOk(Connection& connection, std::string_view headers, std::string_view body) {
-    connection.Send(Answer("200 OK", headers, body));
-    return false;
-}
-
-std::string_view HalfPage() {
-    return std::string_view(FaultPage()).substr(0, FaultPage().size() / 2);
-}
-
-long long PageLength() {
-    return static_cast<long long>(FaultPage().size());
-}
-
-// What happens in time.
-
-bool Silent(Connection& connection) {
-    connection.Wait(ForEver);
-    return false;
-}
-
-bool Hang(Connection& connection) {
-    connection.Send(Answer("200 OK", Length(PageLength()), HalfPage()));
-    return Silent(connection);
-}
-
-bool Pieces(Connection& connection, std::size_t size, int milliseconds) {
-    std::string_view rest = FaultPage();
-    bool there = connection.Send(Answer("200 OK", Length(PageLength()), ""));
-    while (there && !rest.empty()) {
-        there = connection.Send(rest.substr(0, size)) && connection.Wait(milliseconds);
-        rest.remove_prefix(std::min(size, rest.size()));
-    }
-    return there;
-}
-
-bool Drip(Connection& connection) {
-    return Pieces(connection, 1, 500);
-}
-
-bool Slow(Connection& connection) {
-    return Pieces(connection, 200, 100);
-}
-
-bool Reset(Connection& connection) {
-    connection.Send(Answer("200 OK", Length(PageLength()), HalfPage()));
-    connection.Wait(50);  // else the half page may never be read
-    connection.Reset();
-    return false;
-}
-
-bool CloseKept(Connection& connection) {
-    SendAnswer(connection, 200, FaultPage());
-    return false;
-}
-
-// Lengths and chunks.
-
-bool Truncated(Connection& connection) {
-    return SendOk(connection, Length(PageLength() * 2), FaultPage());
-}
-
-bool Longer(Connection& connection) {
-    return SendOk(connection, Length(PageLength()), FaultPage() + "and more, unasked");
-}
-
-bool TwoLengths(Connection& connection) {
-    return SendOk(connection, Length(PageLength()) + Length(PageLength() / 2), FaultPage());
-}
-
-bool NegativeLength(Connection& connection) {
-    return SendOk(connection, Length(-1), FaultPage());
-}
-
-bool Chunks(Connection& connection, std::string_view chunks) {
-    return SendOk(connection, "Transfer-Encoding: chunked\r\n", chunks);
-}
-
-bool ChunkGarbage(Connection& connection) {
-    return Chunks(connection, "6\r\n<html>\r\nno number\r\n");
-}
-
-bool ChunkCut(Connection& connection) {
-    return Chunks(connection, "6\r\n<html>\r\nFF\r\nhalf of it");
-}
-
-bool ChunkHuge(Connection& connection) {
-    return Chunks(connection, "11111111111111111\r\n<html>");
-}
-
-bool Closed(Connection& connection) {
-    return SendOk(connection, "Connection: close\r\n", HalfPage());
-}
-
-bool ClosedWhole(Connection& connection) {
-    return SendOk(connection, "Connection: close\r\n", FaultPage());
-}
-
-// Compression that nobody asked for.
-
-bool Compressed(Connection& connection, std::string_view body) {
-    return SendOk(connection,
-                  "Content-Encoding: gzip\r\n" + Length(static_cast<long long>(body.size())), body);
-}
-
-bool WholeGzip(Connection& connection) {
-    return Compressed(connection, Gzip(FaultPage()));
-}
-
-bool Bomb(Connection& connection) {
-    return Compressed(connection, GzipBomb(Endless));
-}
-
-bool CutGzip(Connection& connection) {
-    return Compressed(connection, std::string_view(Gzip(FaultPage())).substr(0, 200));
-}
-
-bool NoGzip(Connection& connection) {
-    return Compressed(connection, FaultPage());
-}
-
-bool GzipLayers(Connection& connection) {
-    std::string body = FaultPage();
-    std::string coding = "Content-Encoding: gzip";
-    for (int layer = 1; layer < 12; ++layer) {
-        body = Gzip(body);
-        coding += ", gzip";
-    }
-    return SendOk(connection, coding + "\r\n", Gzip(body));
-}
-
-bool TransferGzip(Connection& connection) {
-    return SendOk(connection, "Transfer-Encoding: gzip\r\n", Gzip(HalfPage()));
-}
-
-// Redirections.
-
-bool Redirect(Connection& connection, std::string_view where) {
-    return connection.Send(Answer(
-        "302 Found", std::string("Location: ").append(where).append("\r\n") + Length(0), ""));
-}
-
-/// Follows a chain of `hops` redirections, the last of which leads to the page.
-bool Chain(const ServerRequest& request, Connection& connection, int hops) {
-    constexpr std::string_view mark = "/hop/";
-    const std::size_t at = request.target.find(mark);
-    if (at != std::string::npos) hops = std::atoi(request.target.c_str() + at + mark.size());
-    if (hops == 0) return SendAnswer(connection, 200, FaultPage());
-    return Redirect(connection, std::string(mark) + std::to_string(hops - 1));
-}
-
-bool RedirectLoop(Connection& connection) {
-    return Redirect(connection, "/round-and-round");
-}
-
-bool RedirectFile(Connection& connection) {
-    return Redirect(connection, "file:///etc/passwd");
-}
-
-bool RedirectFtp(Connection& connection) {
-    return Redirect(connection, "ftp://127.0.0.1/vantra/");
-}
-
-bool RedirectData(Connection& connection) {
-    return Redirect(connection, "data:text/html,<html></html>");
-}
-
-bool RedirectGopher(Connection& connection) {
-    return Redirect(connection, "gopher://127.0.0.1/1vantra");
-}
-
-/// The port that `request` came to, with its colon.
-std::string PortOf(const ServerRequest& request) {
-    constexpr std::string_view mark = "\r\nHost: 127.0.0.1";
-    const std::size_t at = request.headers.find(mark);
-    if (at == std::string::npos) return "";
-    const std::size_t begin = at + mark.size();
-    return request.headers.substr(begin, request.headers.find('\r', begin) - begin);
-}
-
-bool RedirectHttps(const ServerRequest& request, Connection& connection) {
-    return Redirect(connection, "https://127.0.0.1" + PortOf(request) + request.target);
-}
-
-/// A network that wants to be paid first: its login page, on a host of its own.
-bool Login(const ServerRequest& request, Connection& connection) {
-    constexpr std::string_view page = "<html><body><h1>Welcome to our hotel</h1></body></html>";
-    if (request.target == "/login") return SendAnswer(connection, 200, page);
-    return Redirect(connection, "http://localhost" + PortOf(request) + "/login");
-}
-
-// Statuses.
-
-bool Status(Connection& connection, std::string_view statusLine, std::string_view headers = "") {
-    constexpr std::string_view body = "<html><body><h1>No page here</h1></body></html>";
-    return connection.Send(
-        Answer(statusLine, Length(static_cast<long long>(body.size())).append(headers), body));
-}
-
-bool Bare(Connection& connection, std::string_view statusLine) {
-    return connection.Send(Answer(statusLine, "", ""));
-}
-
-bool ErrorPage(Connection& connection) {
-    return SendAnswer(connection, 200,
-                      "<html><body><h1>Sorry!</h1>\nThe page is not here.\n</body></html>\n");
-}
-
-bool Empty(Connection& connection) {
-    return SendAnswer(connection, 200, "");
-}
-
-// Too much.
-
-bool EndlessBody(Connection& connection, std::string_view headers) {
-    bool there = connection.Send(Answer("200 OK", headers, ""));
-    for (std::size_t sent = 0; there && sent < Endless; sent += FaultPage().size()) {
-        there = connection.Send(FaultPage());
-    }
-    return false;
-}
-
-bool EndlessUnknown(Connection& connection) {
-    return EndlessBody(connection, "");
-}
-
-bool EndlessKnown(Connection& connection) {
-    return EndlessBody(connection, Length(Endless));
-}
-
-bool HeaderBomb(Connection& connection) {
-    bool there = connection.Send("HTTP/1.1 200 OK\r\n");
-    for (std::size_t i = 0; there && i < Endless / 40; ++i) {
-        there = connection.Send("X-Bomb: 0123456789 0123456789 012345\r\n");
-    }
-    return false;
-}
-
-bool BigHeader(Connection& connection) {
-    return SendOk(connection, "X-Big: " + std::string(GiantHeader, 'x') + "\r\n", FaultPage());
-}
-
-bool Continue2000(Connection& connection) {
-    std::string words;
-    for (int i = 0; i < 2000; ++i) words += "HTTP/1.1 100 Continue\r\n\r\n";
-    return connection.Send(words) && SendAnswer(connection, 200, FaultPage());
-}
-
-// Not the protocol, not the text.
-
-bool Raw(Connection& connection, std::string_view bytes) {
-    connection.Send(bytes);
-    return false;
-}
-
-bool Http09(Connection& connection) {
-    return Raw(connection, FaultPage());
-}
-
-bool Http2(Connection& connection) {
-    return Raw(connection, std::string_view("\0\0\x06\x04\0\0\0\0\0\0\x03\0\0\0d", 15));
-}
-
-bool TlsGarbage(Connection& connection) {
-    return Raw(connection, std::string_view("\x15\x03\x01\0\x02\x02\x46", 7));
-}
-
-bool NulPage(Connection& connection) {
-    std::string page = FaultPage();
-    for (std::size_t i = 6; i < page.size(); i += 50) page[i] = '\0';
-    return SendAnswer(connection, 200, page);
-}
-
-bool LongLines(Connection& connection) {
-    return SendAnswer(connection, 200,
-                      "<html>" + std::string(1'000'000, 'x') + "\n" + std::string(500'000, '<') +
-                          "\r" + std::string(500'000, '&') + "</html>");
-}
-
-bool OldLineEnds(Connection& connection) {
-    std::string page = FaultPage();
-    std::replace(page.begin(), page.end(), '\n', '\r');
-    return SendAnswer(connection, 200, page);
-}
-
-bool Repeated(Connection& connection, std::string_view piece, int times) {
-    std::string page = "<html>";
-    for (int i = 0; i < times; ++i) page += piece;
-    return SendAnswer(connection, 200, page);
-}
-
-bool ManyLines(Connection& connection) {
-    return Repeated(connection, "-\n", 1'000'000);
-}
-
-bool ManyLinks(Connection& connection) {
-    return Repeated(connection, "<a href=\"/vantra/\">a</a>\n", 100'000);
-}
-
-/// Somebody corrects the page every second.
-bool Corrected(Connection& connection) {
-    return SendAnswer(connection, 200,
-                      FaultPage() + "<!-- " + std::to_string(std::time(nullptr)) + " -->\n");
-}
 
 using Play = bool (*)(const ServerRequest&, Connection&);
 
@@ -347,11 +22,11 @@ struct Fault {
 };
 
 const Fault Faults[] = {
-    {{"silent", "takes the request and never answers"}, Any<Silent>},
-    {{"hang", "sends half of the body, then nothing more"}, Any<Hang>},
-    {{"drip", "sends the body at 2 bytes a second"}, Any<Drip>},
-    {{"slow", "sends the body at 2,000 bytes a second, whole"}, Any<Slow>},
-    {{"reset", "resets the connection in the middle of the body"}, Any<Reset>},
+    {{"silent", "takes the request and never answers"}, Any<fault::Silent>},
+    {{"hang", "sends half of the body, then nothing more"}, Any<fault::Hang>},
+    {{"drip", "sends the body at 2 bytes a second"}, Any<fault::Drip>},
+    {{"slow", "sends the body at 2,000 bytes a second, whole"}, Any<fault::Slow>},
+    {{"reset", "resets the connection in the middle of the body"}, Any<fault::Reset>},
     {{"reset-early", "resets the connection instead of answering"}, Any<[](Connection& c) {
          c.Reset();
          return false;
@@ -359,75 +34,81 @@ const Fault Faults[] = {
     {{"hangup", "closes the connection instead of answering"},
      Any<[](Connection&) { return false; }>},
     {{"close-kept", "answers well, then closes a connection that it said it would keep"},
-     Any<CloseKept>},
-    {{"trunc", "announces twice the length that it sends"}, Any<Truncated>},
-    {{"longer", "sends more than the length that it announces"}, Any<Longer>},
-    {{"two-lengths", "announces two different lengths"}, Any<TwoLengths>},
-    {{"negative-length", "announces a length of -1"}, Any<NegativeLength>},
-    {{"chunk-garbage", "sends chunks, one without a size"}, Any<ChunkGarbage>},
-    {{"chunk-cut", "ends in the middle of a chunk"}, Any<ChunkCut>},
-    {{"chunk-huge", "announces a chunk of 17 digits"}, Any<ChunkHuge>},
-    {{"close", "announces no length and closes in the middle of the page"}, Any<Closed>},
-    {{"close-whole", "announces no length and closes after the whole page"}, Any<ClosedWhole>},
-    {{"gzip", "sends the page compressed, unasked"}, Any<WholeGzip>},
-    {{"gzip-bomb", "sends a few hundred kilobytes that unpack to 100 MB"}, Any<Bomb>},
+     Any<fault::CloseKept>},
+    {{"trunc", "announces twice the length that it sends"}, Any<fault::Truncated>},
+    {{"longer", "sends more than the length that it announces"}, Any<fault::Longer>},
+    {{"two-lengths", "announces two different lengths"}, Any<fault::TwoLengths>},
+    {{"negative-length", "announces a length of -1"}, Any<fault::NegativeLength>},
+    {{"chunk-garbage", "sends chunks, one without a size"}, Any<fault::ChunkGarbage>},
+    {{"chunk-cut", "ends in the middle of a chunk"}, Any<fault::ChunkCut>},
+    {{"chunk-huge", "announces a chunk of 17 digits"}, Any<fault::ChunkHuge>},
+    {{"close", "announces no length and closes in the middle of the page"}, Any<fault::Closed>},
+    {{"close-whole", "announces no length and closes after the whole page"},
+     Any<fault::ClosedWhole>},
+    {{"gzip", "sends the page compressed, unasked"}, Any<fault::WholeGzip>},
+    {{"gzip-bomb", "sends a few hundred kilobytes that unpack to 100 MB"}, Any<fault::Bomb>},
     {{"gzip-cut", "sends the first part of a compressed page with that part's length"},
-     Any<CutGzip>},
-    {{"gzip-not", "calls the plain page compressed"}, Any<NoGzip>},
-    {{"gzip-layers", "sends the page compressed twelve times over"}, Any<GzipLayers>},
-    {{"gzip-transfer", "compresses the transfer instead of the page"}, Any<TransferGzip>},
+     Any<fault::CutGzip>},
+    {{"gzip-not", "calls the plain page compressed"}, Any<fault::NoGzip>},
+    {{"gzip-layers", "sends the page compressed twelve times over"}, Any<fault::GzipLayers>},
+    {{"gzip-transfer", "compresses the transfer instead of the page"}, Any<fault::TransferGzip>},
     {{"redirect", "redirects once, to the page"},
      [](const ServerRequest& request, Connection& connection) {
-         return Chain(request, connection, 1);
+         return fault::Chain(request, connection, 1);
      }},
     {{"redirect-chain-10", "redirects ten times, to the page"},
      [](const ServerRequest& request, Connection& connection) {
-         return Chain(request, connection, 10);
+         return fault::Chain(request, connection, 10);
      }},
     {{"redirect-chain-50", "redirects fifty times, to the page"},
      [](const ServerRequest& request, Connection& connection) {
-         return Chain(request, connection, 50);
+         return fault::Chain(request, connection, 50);
      }},
-    {{"redirect-loop", "redirects to itself"}, Any<RedirectLoop>},
-    {{"redirect-file", "redirects to a file: address"}, Any<RedirectFile>},
-    {{"redirect-ftp", "redirects to an ftp: address"}, Any<RedirectFtp>},
-    {{"redirect-data", "redirects to a data: address"}, Any<RedirectData>},
-    {{"redirect-gopher", "redirects to a gopher: address"}, Any<RedirectGopher>},
-    {{"redirect-https", "redirects to an https: address, where nobody speaks TLS"}, RedirectHttps},
-    {{"login", "redirects to a login page on another host (localhost)"}, Login},
-    {{"404", "has no such page"}, Any<[](Connection& c) { return Status(c, "404 Not Found"); }>},
-    {{"410", "has the page no more"}, Any<[](Connection& c) { return Status(c, "410 Gone"); }>},
-    {{"403", "forbids the page"}, Any<[](Connection& c) { return Status(c, "403 Forbidden"); }>},
-    {{"429", "finds the requests too many, for two minutes"},
-     Any<[](Connection& c) { return Status(c, "429 Too Many Requests", "Retry-After: 120\r\n"); }>},
-    {{"500", "has failed"}, Any<[](Connection& c) { return Status(c, "500 Oh no"); }>},
+    {{"redirect-loop", "redirects to itself"}, Any<fault::RedirectLoop>},
+    {{"redirect-file", "redirects to a file: address"}, Any<fault::RedirectFile>},
+    {{"redirect-ftp", "redirects to an ftp: address"}, Any<fault::RedirectFtp>},
+    {{"redirect-data", "redirects to a data: address"}, Any<fault::RedirectData>},
+    {{"redirect-gopher", "redirects to a gopher: address"}, Any<fault::RedirectGopher>},
+    {{"redirect-https", "redirects to an https: address, where nobody speaks TLS"},
+     fault::RedirectHttps},
+    {{"login", "redirects to a login page on another host (localhost)"}, fault::Login},
+    {{"404", "has no such page"},
+     Any<[](Connection& c) { return fault::Status(c, "404 Not Found"); }>},
+    {{"410", "has the page no more"},
+     Any<[](Connection& c) { return fault::Status(c, "410 Gone"); }>},
+    {{"403", "forbids the page"},
+     Any<[](Connection& c) { return fault::Status(c, "403 Forbidden"); }>},
+    {{"429", "finds the requests too many, for two minutes"}, Any<[](Connection& c) {
+         return fault::Status(c, "429 Too Many Requests", "Retry-After: 120\r\n");
+     }>},
+    {{"500", "has failed"}, Any<[](Connection& c) { return fault::Status(c, "500 Oh no"); }>},
     {{"503", "is being repaired, for two hours"}, Any<[](Connection& c) {
-         return Status(c, "503 Service Unavailable", "Retry-After: 7200\r\n");
+         return fault::Status(c, "503 Service Unavailable", "Retry-After: 7200\r\n");
      }>},
     {{"204", "answers that there is nothing to see"},
-     Any<[](Connection& c) { return Bare(c, "204 No Content"); }>},
+     Any<[](Connection& c) { return fault::Bare(c, "204 No Content"); }>},
     {{"206", "sends a part that nobody asked for"}, Any<[](Connection& c) {
-         return Status(c, "206 Partial Content", "Content-Range: bytes 0-46/1000\r\n");
+         return fault::Status(c, "206 Partial Content", "Content-Range: bytes 0-46/1000\r\n");
      }>},
     {{"304", "answers that nothing has changed"},
-     Any<[](Connection& c) { return Bare(c, "304 Not Modified"); }>},
-    {{"error-page", "sends an error page with status 200"}, Any<ErrorPage>},
-    {{"empty", "sends nothing with status 200"}, Any<Empty>},
-    {{"endless", "sends 100 MB without announcing a length"}, Any<EndlessUnknown>},
-    {{"endless-length", "announces and sends 100 MB"}, Any<EndlessKnown>},
-    {{"header-bomb", "sends header lines without end"}, Any<HeaderBomb>},
-    {{"big-header", "sends a header line of 200 KB"}, Any<BigHeader>},
+     Any<[](Connection& c) { return fault::Bare(c, "304 Not Modified"); }>},
+    {{"error-page", "sends an error page with status 200"}, Any<fault::ErrorPage>},
+    {{"empty", "sends nothing with status 200"}, Any<fault::Empty>},
+    {{"endless", "sends 100 MB without announcing a length"}, Any<fault::EndlessUnknown>},
+    {{"endless-length", "announces and sends 100 MB"}, Any<fault::EndlessKnown>},
+    {{"header-bomb", "sends header lines without end"}, Any<fault::HeaderBomb>},
+    {{"big-header", "sends a header line of 200 KB"}, Any<fault::BigHeader>},
     {{"continue-2000", "says \"100 Continue\" 2,000 times, then sends the page"},
-     Any<Continue2000>},
-    {{"http09", "sends the page without any header"}, Any<Http09>},
-    {{"http2", "speaks HTTP/2 unasked"}, Any<Http2>},
-    {{"tls-garbage", "answers with a piece of TLS"}, Any<TlsGarbage>},
-    {{"nul-page", "sends a page with zero bytes in it"}, Any<NulPage>},
-    {{"long-lines", "sends a page of lines of a megabyte"}, Any<LongLines>},
-    {{"many-lines", "sends a page of a million lines"}, Any<ManyLines>},
-    {{"many-links", "sends a page of a hundred thousand links"}, Any<ManyLinks>},
-    {{"cr-only", "sends a page whose lines end with CR alone"}, Any<OldLineEnds>},
-    {{"corrected", "sends another page every second"}, Any<Corrected>},
+     Any<fault::Continue2000>},
+    {{"http09", "sends the page without any header"}, Any<fault::Http09>},
+    {{"http2", "speaks HTTP/2 unasked"}, Any<fault::Http2>},
+    {{"tls-garbage", "answers with a piece of TLS"}, Any<fault::TlsGarbage>},
+    {{"nul-page", "sends a page with zero bytes in it"}, Any<fault::NulPage>},
+    {{"long-lines", "sends a page of lines of a megabyte"}, Any<fault::LongLines>},
+    {{"many-lines", "sends a page of a million lines"}, Any<fault::ManyLines>},
+    {{"many-links", "sends a page of a hundred thousand links"}, Any<fault::ManyLinks>},
+    {{"cr-only", "sends a page whose lines end with CR alone"}, Any<fault::OldLineEnds>},
+    {{"corrected", "sends another page every second"}, Any<fault::Corrected>},
 };
 
 }  // namespace
@@ -446,16 +127,7 @@ bool PlayFault(std::string_view name, const ServerRequest& request, Connection& 
     for (const Fault& fault : Faults) {
         if (fault.name.name == name) return fault.play(request, connection);
     }
-    return Status(connection, "404 Not Found");
-}
-
-const std::string& FaultPage() {
-    static const std::string page = [] {
-        std::string text = "<html><head><title>Playlist</title></head><body><table>\n";
-        for (int i = 0; i < 30; ++i) text += "<tr><td>9:30</td><td>Song</td><td>Artist</td></tr>\n";
-        return text.append("</table></body></html>\n");
-    }();
-    return page;
+    return fault::Status(connection, "404 Not Found");
 }
 
 }  // namespace ostrova::demo

@@ -3,7 +3,6 @@
 // The bad server: every way in which a server or the road to it is known to misbehave, by name.
 
 #include <span>
-#include <string>
 #include <string_view>
 
 #include "demo/http_server.h"
@@ -21,8 +20,5 @@ struct FaultName {
 /// Answers `request` as the fault `name` does; what a handler returns. A name that is not known
 /// answers like "404".
 bool PlayFault(std::string_view name, const ServerRequest& request, Connection& connection);
-
-/// The page that the faults begin to send, and that those which can be got over send whole.
-[[nodiscard]] const std::string& FaultPage();
 
 }  // namespace ostrova::demo

@@ -1,7 +1,6 @@
 #include "app/application.h"
 
 #include <chrono>
-#include <cstdlib>
 #include <ostream>
 #include <vector>
 
@@ -9,7 +8,7 @@
 #include "platform/whole_file.h"
 #include "playlists/mark_matches.h"
 #include "playlists/page_cache.h"
-#include "playlists/transfer.h"
+#include "playlists/temp_folder.h"
 #include "util/files.h"
 #include "util/format.h"
 
@@ -18,7 +17,7 @@ namespace {
 
 /// How long a waiting process gives the upgrade check to end by itself.
 constexpr std::chrono::milliseconds CheckPatience{60'000};
-constexpr std::chrono::milliseconds CheckPoll{500};
+constexpr std::chrono::milliseconds CheckPoll{100};
 
 }  // namespace
 
@@ -42,7 +41,7 @@ void Application::EnterDataFolder() {
 }
 
 void Application::SweepFolders() {
-    std::vector<std::string> folders = {settings_.folder, util::JoinPath(settings_.folder, "Cache"),
+    std::vector<std::string> folders = {settings_.folder, playlists::CacheFolder(settings_.folder),
                                         parts_.settingsFolder, playlists::TempFolder()};
     // The list is saved beside the program where the data folder does not take it.
     const std::string besideProgram(util::FolderPart(parts_.programPath));
@@ -68,6 +67,7 @@ void Application::Start(const CommandLine& commandLine) {
                                  .messages = parts_.messages,
                                  .internetSettings = parts_.internetStore},
         settings_, *parts_.clock, parts_.hosts.maker);
+    parts_.setAtRest(false);
     // In the background too, where nothing ever looks at the result.
     if (upgrades_->IsDue()) upgrades_->Start(CheckKind::Automatic);
 
@@ -122,10 +122,13 @@ BackgroundTasks Application::Tasks() {
     return {
         .runWeekend =
             [this](WeekendAnchor anchor) {
+                parts_.setAtRest(false);
                 state_.guest.latest = {};  // another weekend's
                 // A data folder that was deleted meanwhile is made again, or another one is used.
                 if (!util::FolderExists(settings_.folder)) ReloadSettings();
-                return Runner()(anchor, /*isLatest=*/true);
+                auto result = Runner()(anchor, /*isLatest=*/true);
+                if (IsCancelled()) LetGo();  // the end
+                return result;
             },
         .fridayPageIsCached =
             [this](WeekendAnchor anchor) {
@@ -152,22 +155,28 @@ matching::SearchListPlaces Application::ListPlaces() {
 void Application::ReloadSettings() {
     const bool wasThere = util::FolderExists(settings_.folder);
     const std::string folder = settings_.folder;
-    LoadSettings(Place(), settings_);
+    static_cast<void>(LoadSettings(Place(), settings_));  // or what was last read still holds
     if (!wasThere || settings_.folder != folder) EnterDataFolder();
 }
 
 bool Application::AnySongMatches() {
     const auto items = matching::LoadSearchList(ListPlaces(), *parts_.messages);
-    return playlists::MarkMatches(state_.playlists, matching::SearchIndex(items));
+    return items && playlists::MarkMatches(state_.playlists, matching::SearchIndex(*items));
+}
+
+bool Application::IsCancelled() const {
+    return parts_.cancel != nullptr && *parts_.cancel;
 }
 
 void Application::LetGo() {
     // A process that waits for days keeps neither connections nor the last weekend's songs.
-    for (auto patience = CheckPatience; upgrades_ && upgrades_->IsRunning() && patience.count() > 0;
+    for (auto patience = CheckPatience;
+         upgrades_ && upgrades_->IsRunning() && !IsCancelled() && patience.count() > 0;
          patience -= CheckPoll) {
         parts_.clock->Sleep(CheckPoll);
     }
     upgrades_.reset();  // ends the worker, and with it the guard against dialling
+    parts_.setAtRest(true);
     upgradeHttp_.reset();
     http_.reset();
     state_.playlists = {};
@@ -186,8 +195,8 @@ bool Application::ClaimMainWindow() {
 void Application::LoadFirstWeekend() {
     playlists::StartupLoad(Source(), state_, current_.weekendOver);
     if (state_.latestIsCurrent) {
-        schedule_.SetWakeDelay(
-            playlists::SecondsUntil(parts_.clock->Now(), playlists::Friday, ReleaseHour));
+        schedule_.SetWakeDelay(playlists::SecondsUntil(parts_.clock->Now(), playlists::Friday,
+                                                       playlists::ReleaseHour));
     }
 }
 
@@ -203,7 +212,8 @@ void Application::ArmTimer() {
 void Application::CloseMainWindow(bool nobodyCanBeTold) {
     schedule_.Disarm();
     if (!nobodyCanBeTold) upgrades_->Finish();
-    SaveSettings(*parts_.settingsStore, settings_);
+    // The window is gone, and with it the place for words: the old settings are whole, and stay.
+    static_cast<void>(SaveSettings(*parts_.settingsStore, settings_));
     ForgetWindow(*parts_.settingsStore);
     window_.lock.reset();
 }

@@ -43,6 +43,9 @@ struct ApplicationParts {
     std::ostream* errors = nullptr;  // standard error
     // Once true, what is being fetched is given up within a fraction of a second. May be none.
     const std::atomic<bool>* cancel = nullptr;
+    // In the background: hears true when nothing is under way that has to be cleaned up, and false
+    // before something is. Once `cancel` is true it is to end the process at the next true.
+    std::function<void(bool rests)> setAtRest = [](bool) {};
 };
 
 /// Order of calls: `Start`, then `RunBackground` or the interactive steps in the order in which
@@ -94,6 +97,7 @@ private:
     [[nodiscard]] BackgroundTasks Tasks();
     void ReloadSettings();
     [[nodiscard]] bool AnySongMatches();
+    [[nodiscard]] bool IsCancelled() const;
     void LetGo();
 
     ApplicationParts parts_;

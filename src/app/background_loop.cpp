@@ -7,6 +7,7 @@ namespace ostrova::app {
 namespace {
 
 using playlists::Friday;
+using playlists::ReleaseHour;
 using playlists::SecondsPerWeek;
 using playlists::SecondsUntil;
 
@@ -43,23 +44,15 @@ std::string WhyNotHad(const playlists::RunResult& result) {
 
 void BackgroundLoop::Run(WeekendAnchor displayed, const FirstWake& first) {
     target_ = LocalMoment(first.target);
-    bool wasCached = false;
-    bool ok = false;
     if (first.target == displayed) {
         retries_.BeginAnew();  // perhaps the machine has just started, too
-        wasCached = tasks_.fridayPageIsCached(target_.Get());
-        ok = Fetch();
+        LookForTarget();
     } else {
         due_.SetOnLocalClock(clock_->Now(), first.delay);
     }
     for (;;) {
-        if (!ok) {
-            Wait();
-            wasCached = tasks_.fridayPageIsCached(target_.Get());
-            ok = Fetch();
-        }
-        if (ok) OnFound(wasCached);
-        ok = false;
+        Wait();
+        LookForTarget();
     }
 }
 
@@ -91,14 +84,14 @@ void BackgroundLoop::OnClockChanged() {
     if (due_.IsInterval() && now < release) due_.SetUntil(release);
 }
 
-bool BackgroundLoop::Fetch() {
+void BackgroundLoop::LookForTarget() {
+    const bool wasCached = tasks_.fridayPageIsCached(target_.Get());
     const playlists::RunResult result = tasks_.runWeekend(target_.Get());
     if (result.had) {
-        Log("found");
+        OnFound(wasCached);
     } else {
         OnFailed(result);
     }
-    return result.had;
 }
 
 void BackgroundLoop::OnFailed(const playlists::RunResult& result) {
@@ -109,10 +102,11 @@ void BackgroundLoop::OnFailed(const playlists::RunResult& result) {
 }
 
 void BackgroundLoop::OnFound(bool wasCached) {
+    Log("found");
     const EpochSeconds now = clock_->Now();
     retries_.Settle();
     newestFound_ = target_.Get();
-    announcementDue_ = ShouldOpen(wasCached);
+    DecideAnnouncement(wasCached);
     target_ = LocalMoment(FollowingWeekend(target_.Get()));
     if (now >= ReleaseOf(target_.Get())) {
         due_.SetInterval(now, 0);  // the machine has slept through that one as well
@@ -122,12 +116,15 @@ void BackgroundLoop::OnFound(bool wasCached) {
     }
 }
 
-bool BackgroundLoop::ShouldOpen(bool wasCached) const {
+void BackgroundLoop::DecideAnnouncement(bool wasCached) {
     const std::int32_t whenToOpen = tasks_.readWhenToOpen();
-    // A weekend whose first page was there before was fetched, and shown, by a window.
-    if (whenToOpen == OpenNever || wasCached) return false;
-    if (tasks_.windowIsOpen()) return false;  // its own timer deals with the new weekend
-    return whenToOpen != OpenOnMatch || tasks_.anySongMatches();
+    // A weekend whose first page was there before was fetched, and shown, by a window; the timer of
+    // one that is open deals with the new weekend.
+    if (whenToOpen == OpenNever || wasCached || tasks_.windowIsOpen()) {
+        announcementDue_ = false;
+    } else if (whenToOpen != OpenOnMatch || tasks_.anySongMatches()) {
+        announcementDue_ = true;  // and stays due when a newer weekend has no match
+    }
 }
 
 void BackgroundLoop::Announce() {

@@ -7,6 +7,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "app/schedule.h"
 #include "platform/clock.h"
@@ -51,10 +52,10 @@ public:
 private:
     void Wait();
     void OnClockChanged();
-    [[nodiscard]] bool Fetch();
+    void LookForTarget();
     void OnFound(bool wasCached);
     void OnFailed(const playlists::RunResult& result);
-    [[nodiscard]] bool ShouldOpen(bool wasCached) const;
+    void DecideAnnouncement(bool wasCached);
     void Announce();
     void Log(const std::string& what) const;
 

@@ -1,9 +1,9 @@
 #include "app/front_door.h"
 
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <csignal>
 #include <iostream>
 
@@ -47,29 +47,31 @@ bool Holds(const std::vector<std::string>& words, std::string_view word) {
     return std::find(words.begin(), words.end(), word) != words.end();
 }
 
-/// Opens what is closed of the standard streams for nothing: otherwise the next file opened, a page
-/// of the cache perhaps, would take the number and be written to.
-void HoldStandardDescriptors() {
-    for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {
-        const int mode = descriptor == STDIN_FILENO ? O_RDONLY : O_WRONLY;
-        if (::fcntl(descriptor, F_GETFD) < 0 && ::open("/dev/null", mode) < 0) return;
-    }
+std::atomic<bool> isEndAsked = false;
+std::atomic<bool> isAtRest = true;
+static_assert(std::atomic<bool>::is_always_lock_free);
+
+/// Whoever asks it to end is obeyed at once while it rests: every file is whole at every moment.
+/// Otherwise a transfer is given up first, which keeps the system from dialling. Who asks a second
+/// time doesn't wait for that either.
+void End(int) {
+    if (isEndAsked.exchange(true) || isAtRest) ::_exit(0);
 }
 
-/// Whoever asks it to end is obeyed at once, at any moment: every file is whole at every moment.
-void EndAtOnce(int) {
-    ::_exit(0);
+void SetAtRest(bool rests) {
+    // Written before the other is read, here as in `End`: one of the two sees that both are true.
+    isAtRest = rests;
+    if (rests && isEndAsked) ::_exit(0);
 }
 
 void ListenForSignals() {
     for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
         // What whoever started this wants ignored (nohup does) stays so.
-        if (std::signal(number, EndAtOnce) == SIG_IGN) std::signal(number, SIG_IGN);
+        if (std::signal(number, End) == SIG_IGN) std::signal(number, SIG_IGN);
     }
 }
 
 [[noreturn]] void RunBackground(const CommandLine& commandLine, const Hosts& hosts) {
-    HoldStandardDescriptors();
     platform::EndWhenOutOfMemory("ostrova");
     ListenForSignals();
 #ifdef __GLIBC__
@@ -93,6 +95,8 @@ void ListenForSignals() {
     parts.settingsFolder = SettingsFolder();
     parts.hosts = hosts;
     parts.errors = &std::cerr;
+    parts.cancel = &isEndAsked;
+    parts.setAtRest = SetAtRest;
     Application application(std::move(parts));
     application.Start(commandLine);
     application.RunBackground();
@@ -119,6 +123,7 @@ int OpenWindow(const std::vector<std::string>& words) {
 }  // namespace
 
 int FrontDoor(const std::vector<std::string>& words) {
+    platform::HoldStandardStreams();
     platform::IgnoreFatalWriteSignals();
     // These two come before the options, for which "--help" would be the letter "-": everybody
     // expects them of a program.

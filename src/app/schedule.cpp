@@ -8,6 +8,7 @@ namespace ostrova::app {
 namespace {
 
 using playlists::Friday;
+using playlists::ReleaseHour;
 using playlists::SecondsPerDay;
 using playlists::SecondsPerHour;
 using playlists::SecondsPerMinute;

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <ctime>
+#include <string>
 
 #include "playlists/calendar.h"
 #include "playlists/download_run.h"
@@ -20,10 +21,6 @@ inline constexpr int RetryDelay = 15 * playlists::SecondsPerMinute;
 
 /// No rule ever waits longer: the longest first delay is twelve days and some hours.
 inline constexpr int LongestWait = 13 * playlists::SecondsPerDay;
-
-/// The hour of Friday at which a weekend becomes current, and of Sunday at which it ends.
-inline constexpr int ReleaseHour = 13;
-inline constexpr int EndHour = 12;
 
 /// What start-up leaves for the schedule.
 struct FirstWake {
@@ -99,7 +96,7 @@ public:
     [[nodiscard]] int After(const playlists::RunResult& failed);
     /// The machine has just woken, or the process has just started.
     void BeginAnew() { step_ = 0; }
-    /// There is a network: the next failure is no awakening's.
+    /// There is a network: the next failure is not that of a machine just woken.
     void Settle() { step_ = AfterWaking.size(); }
 
 private:

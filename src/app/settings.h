@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include "app/version.h"
 #include "platform/settings_store.h"
 
 namespace ostrova::app {
@@ -25,8 +26,8 @@ struct WindowRect {
 
 struct Settings {
     bool checkForUpgrades = true;
-    std::int32_t lastCheckDay = -1;          // `DayNumber` of the last upgrade check
-    std::string latestKnownVersion = "1.9";  // the newest seen on the server
+    std::int32_t lastCheckDay = -1;                  // `DayNumber` of the last upgrade check
+    std::string latestKnownVersion{ProgramVersion};  // the newest seen on the server
     std::int32_t whenToOpen = OpenAlways;
     std::string folder;     // the data folder; an absolute path
     WindowRect windowRect;  // the main window's, when it is not maximised
@@ -48,14 +49,14 @@ struct SettingsPlace {
 /// Reads the store afresh into `settings`. A value that is missing or of another type leaves what
 /// `settings` holds, but for the folder and the window: a folder that is missing, relative or not
 /// there any more becomes the `DefaultFolder`, a missing side of the window that of
-/// `DefaultWindowRect`. False when the store is there and can't be read: all but a blank folder
-/// stay as they are.
-bool LoadSettings(const SettingsPlace& place, Settings& settings);
+/// `DefaultWindowRect`. False when the store is there and can't be read: all stays as it is but
+/// for such a folder. `areKnown` becomes true by what was read, and false when nothing ever was.
+[[nodiscard]] bool LoadSettings(const SettingsPlace& place, Settings& settings);
 
 /// Writes all of `settings`, or nothing. False when that failed, and, untried, when the store can't
 /// be read, or could not be when `settings` should have come from it: nothing is known of what it
 /// holds, and it is not to be lost.
-bool SaveSettings(platform::SettingsStore& store, const Settings& settings);
+[[nodiscard]] bool SaveSettings(platform::SettingsStore& store, const Settings& settings);
 
 /// The folder "Ostrova" for the user's data, made when it is missing; when that can't be, the
 /// program's own folder with its separator.

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include "feedback/messages.h"
 
 namespace ostrova::app {

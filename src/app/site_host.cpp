@@ -12,7 +12,6 @@ namespace ostrova::app {
 namespace {
 
 constexpr int HighestPort = 65535;
-constexpr std::size_t LongestQuote = 200;
 
 bool IsNameCharacter(char c) {
     return util::IsAsciiLetter(c) || util::IsAsciiDigit(c) || c == '-' || c == '.' || c == '_';
@@ -46,9 +45,9 @@ HostResult ReadHost(const char* variable, std::string_view builtIn, std::size_t 
     const std::string_view text = value && *value != '\0' ? std::string_view(value) : builtIn;
     HostResult result{.host = CheckHost(text, longest)};
     if (!result.host) {
-        result.complaint = util::Format(
-            "%s must be http://host or https://host of at most %d characters, not '%s'", variable,
-            longest, util::ForTerminal(text.substr(0, LongestQuote)));
+        result.complaint =
+            util::Format("%s must be http://host or https://host of at most %d characters, not %s",
+                         variable, longest, util::ForTerminal(util::Quoted(text)));
     }
     return result;
 }

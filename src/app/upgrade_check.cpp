@@ -1,10 +1,10 @@
 #include "app/upgrade_check.h"
 
 #include <array>
-#include <cstdio>
 
 #include "app/upgrade_message.h"
 #include "app/version.h"
+#include "platform/http.h"
 #include "util/files.h"
 
 namespace ostrova::app {
@@ -12,7 +12,6 @@ namespace {
 
 constexpr int DaysBetweenChecks = 4;
 constexpr int MostRetries = 2;
-constexpr std::size_t LongestVersionFile = 8 * 1024 * 1024;  // the most that a transfer brings
 
 constexpr const char* LocalFileName = "LatestVantra.txt";
 constexpr const char* FailedText = "Checking for latest version failed.";
@@ -104,7 +103,7 @@ void UpgradeCheck::Tell(Outcome& outcome) {
 }
 
 void UpgradeCheck::ReadAnswer(Outcome& outcome) {
-    util::FileContent content = util::ReadFile(job_.LocalPath(), LongestVersionFile);
+    util::FileContent content = util::ReadFile(job_.LocalPath(), platform::LargestBody);
     if (content.Ok()) outcome.file = ReadVersionFile(std::move(content.bytes));
     outcome.ok = content.Ok() && outcome.file.status == VersionFileStatus::Ok;
     if (outcome.file.status != VersionFileStatus::NotAVersion) return;
@@ -127,7 +126,7 @@ void UpgradeCheck::Announce(Outcome& outcome) {
 }
 
 void UpgradeCheck::RemoveAnswer() {
-    if (util::PathExists(job_.LocalPath())) std::remove(job_.LocalPath().c_str());
+    util::RemoveFile(job_.LocalPath());
     job_.ForgetLocalPath();
 }
 

@@ -30,8 +30,7 @@ VersionFile ReadVersionFile(std::string bytes) {
 }
 
 std::optional<std::string> UpgradeHeadline(std::string_view version) {
-    constexpr int ownMajor = 1;
-    if (util::LeadingNumber(version) > ownMajor) {
+    if (util::LeadingNumber(version) > MajorVersion) {
         return util::Format(
             "<font color=red size=+2><b>A major new release of %s is now available!</b></font>\n",
             ProductName);

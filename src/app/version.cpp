@@ -5,8 +5,6 @@
 namespace ostrova::app {
 namespace {
 
-constexpr int OwnMajor = 1;
-
 /// Steps over digits and then white space, and over the "." that must follow; nothing left and
 /// false when it doesn't.
 bool TakeNumberAndDot(std::string_view& text) {
@@ -21,7 +19,7 @@ bool TakeNumberAndDot(std::string_view& text) {
 bool IsNewerVersion(std::string_view candidate, std::string_view own) {
     const bool differs = candidate != ProgramVersion;
     const int major = util::LeadingNumber(candidate);
-    if (major != OwnMajor) return major > OwnMajor;
+    if (major != MajorVersion) return major > MajorVersion;
     const bool hasMinor = TakeNumberAndDot(candidate);
     if (!TakeNumberAndDot(own) || !hasMinor) return differs;
     const int minor = util::LeadingNumber(candidate);

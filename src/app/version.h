@@ -6,14 +6,16 @@
 
 namespace ostrova::app {
 
-/// Name of the product: in messages, in the settings' path, as the agent of requests.
+/// Name of the product: in messages, and of the folder of its data.
 inline constexpr std::string_view ProductName = "Ostrova";
 
 inline constexpr std::string_view ProgramVersion = "1.9";
+inline constexpr int MajorVersion = 1;  // the number before its first dot
 
 /// Whether the version text `candidate` names something newer than `own`. A major number other than
-/// 1 decides at once; then the minor and the third number decide, as far as both have them. Where
-/// numbers decide nothing, anything that is not exactly this program's version counts as newer.
+/// `MajorVersion` decides at once; then the minor and the third number decide, as far as both have
+/// them. Where numbers decide nothing, anything that is not exactly this program's version counts
+/// as newer.
 ///
 ///     IsNewerVersion("1.10", "1.9")  // true
 ///     IsNewerVersion("1.8", "1.9")   // false

@@ -4,7 +4,9 @@
 
 namespace ostrova::app {
 
+using playlists::EndHour;
 using playlists::Friday;
+using playlists::ReleaseHour;
 using playlists::SecondsUntil;
 using playlists::Sunday;
 
@@ -15,7 +17,11 @@ void WakeSchedule::ArmFor(WindowTimer timer, int delay) {
 
 void WakeSchedule::SetWakeDelay(int seconds) {
     wakeDelay_ = seconds;
-    due_.SetOnLocalClock(clock_->Now(), seconds);
+    if (seconds == RetryDelay) {
+        due_.SetInterval(clock_->Now(), seconds);  // the first of the retries
+    } else {
+        due_.SetOnLocalClock(clock_->Now(), seconds);
+    }
 }
 
 void WakeSchedule::ArmForNextFriday() {

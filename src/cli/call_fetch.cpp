@@ -133,7 +133,7 @@ private:
             return static_cast<int>(std::min<long long>(*jobs, playlists::MostFetchJobs));
         }
         session.Complain(
-            util::Format("--jobs must be a number of 1 or more, not '%s'.", jobs_->substr(0, 100)));
+            util::Format("--jobs must be a number of 1 or more, not %s.", util::Quoted(*jobs_)));
         return std::nullopt;
     }
 

@@ -80,7 +80,7 @@ private:
 
     [[nodiscard]] std::optional<playlists::GuestInfo> FromSite(Session& session) const {
         playlists::WeekendState state;
-        // Which weekend is the current one shows only when its pages are there.
+        // Which weekend counts as current is known only once its pages have been looked for.
         const bool isLoaded =
             weekend_ ? LoadGuest(session, state) : LoadWeekend(session, weekend_, state);
         if (!isLoaded || session.Outside().Stopped()) return std::nullopt;
@@ -88,7 +88,7 @@ private:
         session.Complain(util::Format(
             session.Options().offline ? "No guest page of the weekend of %s is in the cache."
                                       : "Failed to download the guest page of the weekend of %s.",
-            LongDateText(DateOf(state.displayedWeekend.anchor))));
+            LongDateText(playlists::DateOf(state.displayedWeekend.anchor))));
         return std::nullopt;
     }
 
@@ -100,10 +100,7 @@ private:
         if (!source) return false;
         state.displayedWeekend = *weekend;
         const bool isLatest = IsCurrentWeekend(session, *weekend);
-        const playlists::WeekendAnchor anchor = weekend->anchor;
-        if (!playlists::LoadGuestInfo(*source, state.guest, anchor, isLatest, true)) {
-            playlists::LoadGuestInfo(*source, state.guest, anchor, isLatest, false);
-        }
+        playlists::FindGuest(*source, state.guest, weekend->anchor, isLatest);
         return true;
     }
 
@@ -112,11 +109,11 @@ private:
         const std::string text = util::ToUtf8(util::ReplaceAll(guest.text.value_or(""), "&&", "&"));
         const std::string link = util::ToUtf8(guest.link.value_or(""));
         if (!session.Out().IsText()) {
-            Record record = {
-                {"text", nullptr}, {"link", nullptr}, {"bothNights", guest.bothNights}};
-            if (!util::IsBlank(guest.text)) record[0].value = text;
-            if (!util::IsBlank(guest.link)) record[1].value = link;
-            session.Out().Put(record);
+            const auto orNull = [](const std::string& value) {
+                return util::IsBlank(value) ? FieldValue() : value;
+            };
+            session.Out().Put(
+                {{"text", orNull(text)}, {"link", orNull(link)}, {"bothNights", guest.bothNights}});
             return;
         }
         if (util::IsBlank(guest.text)) {

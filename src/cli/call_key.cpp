@@ -67,12 +67,11 @@ private:
         using matching::TextKind;
         const auto key = matching::MakeMatchKey(util::FromUtf8(text),
                                                 isArtist_ ? TextKind::Artist : TextKind::Title);
-        Record record = {{"text", text}, {"key", nullptr}};
-        if (key) record[1].value = util::ToUtf8(*key);
+        const std::string shown = util::ToUtf8(key.value_or(""));
         if (session.Out().IsText()) {
-            session.Out().Line(key ? util::ToUtf8(*key) : std::string());
+            session.Out().Line(shown);
         } else {
-            session.Out().Put(record);
+            session.Out().Put({{"text", text}, {"key", key ? FieldValue(shown) : nullptr}});
         }
         return key.has_value();
     }

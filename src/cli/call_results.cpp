@@ -50,7 +50,7 @@ public:
         session.Out().Header(ShowRecord(playlists::ShowSlot::ShowFriday, 0, {}));
         for (std::size_t i = 0; i < playlists::AllShows.size(); ++i) {
             const playlists::ShowSlot slot = playlists::AllShows[i];
-            const auto date = DateOf(state.displayedWeekend.ShowTime(slot));
+            const auto date = playlists::DateOf(state.displayedWeekend.ShowTime(slot));
             const playlists::Playlist& songs = state.playlists[i];
             WriteShow(session.Out(), slot, date, songs, all_ ? Which::All : Which::Matched);
             const bool isEmpty = all_ ? songs.empty() : !AnyMatched(songs);

@@ -8,8 +8,8 @@
 #include "playlists/page_address.h"
 #include "playlists/page_cache.h"
 #include "util/code_page.h"
-#include "util/format.h"
 #include "util/local_time.h"
+#include "util/text.h"
 
 namespace ostrova::cli {
 namespace {
@@ -51,15 +51,16 @@ public:
     [[nodiscard]] bool Run(Session& session) override {
         const auto moment = at_ ? ParseMoment(*at_) : session.Outside().clock->Now();
         if (!moment) {
-            session.Complain(util::Format("'%s' is no moment. Write it as \"2006-03-03 13:00:00\".",
-                                          at_->substr(0, 100)));
+            session.Complain(util::Quoted(*at_) +
+                             " is no moment. Write it as \"2006-03-03 13:00:00\".");
             return false;
         }
         const auto source = session.Source();
         if (!source) return false;
         const auto current = playlists::CurrentWeekend(*moment);
         const Addresses addresses = AddressesOf(*source, current.weekend);
-        if (session.Outside().Stopped()) return false;  // an index may lack that was asked for
+        // The index may be missing from a run that was stopped.
+        if (session.Outside().Stopped()) return false;
         if (session.Out().IsText()) {
             PrintText(session, addresses, current);
         } else {
@@ -102,8 +103,7 @@ private:
             show["address"] = addresses[i];
             object["shows"].push_back(std::move(show));
         }
-        session.Out().JsonText(
-            object.dump(-1, ' ', true, nlohmann::ordered_json::error_handler_t::replace));
+        session.Out().JsonLine(object);
     }
 
     static void PrintText(Session& session, const Addresses& addresses,

@@ -1,7 +1,6 @@
 #include "cli/date_range.h"
 
 #include "cli/dates.h"
-#include "util/format.h"
 
 namespace ostrova::cli {
 namespace {
@@ -13,8 +12,7 @@ bool ReadEnd(Session& session, const char* option, const std::optional<std::stri
     if (date) {
         end = *date;
     } else {
-        session.Complain(util::Format("%s: '%s' is no date. Write it as 2006-03-04.", option,
-                                      text->substr(0, 100)));
+        session.Complain(std::string(option) + ": " + ComplaintOfDate(*text));
     }
     return date.has_value();
 }

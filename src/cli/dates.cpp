@@ -1,16 +1,19 @@
 #include "cli/dates.h"
 
 #include <chrono>
-#include <string>
 
 #include "util/ascii.h"
 #include "util/format.h"
 #include "util/local_time.h"
+#include "util/text.h"
 
 namespace ostrova::cli {
 namespace {
 
 using playlists::DateNumber;
+using playlists::DayOf;
+using playlists::MonthOf;
+using playlists::YearOf;
 
 /// True when `text` has the form of `pattern`, in which "0" stands for any digit.
 bool HasForm(std::string_view text, std::string_view pattern) {
@@ -38,7 +41,11 @@ std::optional<DateNumber> ParseDate(std::string_view text) {
     const auto date = std::chrono::year(year) / std::chrono::month(static_cast<unsigned>(month)) /
                       std::chrono::day(static_cast<unsigned>(day));
     if (year == 0 || !date.ok()) return std::nullopt;
-    return year * 10000 + month * 100 + day;
+    return playlists::MakeDate(year, month, day);
+}
+
+std::string ComplaintOfDate(std::string_view text) {
+    return util::Quoted(text) + " is no date. Write it as 2006-03-04.";
 }
 
 std::optional<playlists::EpochSeconds> ParseMoment(std::string_view text) {
@@ -49,9 +56,9 @@ std::optional<playlists::EpochSeconds> ParseMoment(std::string_view text) {
     const int second = Digits(text, 17, 2);
     if (!date || hour > 23 || minute > 59 || second > 59) return std::nullopt;
     std::tm local{};
-    local.tm_year = *date / 10000 - playlists::TmYearBase;
-    local.tm_mon = *date / 100 % 100 - 1;
-    local.tm_mday = *date % 100;
+    local.tm_year = YearOf(*date) - playlists::TmYearBase;
+    local.tm_mon = MonthOf(*date) - 1;
+    local.tm_mday = DayOf(*date);
     local.tm_hour = hour;
     local.tm_min = minute;
     local.tm_sec = second;
@@ -60,22 +67,15 @@ std::optional<playlists::EpochSeconds> ParseMoment(std::string_view text) {
 }
 
 playlists::Weekend WeekendOf(DateNumber date) {
-    return playlists::WeekendOfDate(date / 10000, date / 100 % 100, date % 100);
+    return playlists::WeekendOfDate(YearOf(date), MonthOf(date), DayOf(date));
 }
 
 std::string DateText(DateNumber date) {
-    return util::Format("%04d-%02d-%02d", date / 10000, date / 100 % 100, date % 100);
+    return util::Format("%04d-%02d-%02d", YearOf(date), MonthOf(date), DayOf(date));
 }
 
 std::string LongDateText(DateNumber date) {
-    return util::Format("%d %s %d", date % 100, util::MonthName(date / 100 % 100 - 1),
-                        date / 10000);
-}
-
-DateNumber DateOf(playlists::EpochSeconds moment) {
-    const std::tm local = util::LocalTime(moment);
-    return (local.tm_year + playlists::TmYearBase) * 10000 + (local.tm_mon + 1) * 100 +
-           local.tm_mday;
+    return util::Format("%d %s %d", DayOf(date), util::MonthName(MonthOf(date) - 1), YearOf(date));
 }
 
 }  // namespace ostrova::cli

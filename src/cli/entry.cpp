@@ -1,6 +1,5 @@
 #include "cli/entry.h"
 
-#include <fcntl.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -53,16 +52,6 @@ std::unique_ptr<platform::HttpClient> MakeClient() {
     return MakeStoppable(platform::MakeHttpClient(), stopSignal);
 }
 
-/// A standard stream that is closed gets a descriptor on which its use fails: otherwise the next
-/// file opened, a page of the cache perhaps, would take its number and be written to.
-void HoldStandardDescriptors() {
-    for (int descriptor = 0; descriptor <= 2; ++descriptor) {
-        if (::fcntl(descriptor, F_GETFD) >= 0) continue;
-        const int mode = descriptor == 0 ? O_WRONLY : O_RDONLY;
-        if (::open("/dev/null", mode) < 0) return;  // lands on the lowest free number, this one
-    }
-}
-
 int TerminalColumns() {
     winsize size{};
     return ::ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
@@ -106,7 +95,7 @@ Streams MakeStreams(std::ostream& out, const DescriptorBuffer& buffer) {
 }  // namespace
 
 int Main(int argc, char** argv) {
-    HoldStandardDescriptors();
+    platform::HoldStandardStreams();
     platform::IgnoreFatalWriteSignals();
     platform::EndWhenOutOfMemory("ostrova-cli");
     std::ios::sync_with_stdio(false);

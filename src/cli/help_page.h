@@ -1,7 +1,9 @@
 #pragma once
 
 #include <CLI/App.hpp>
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "cli/call.h"
 

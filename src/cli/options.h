@@ -3,7 +3,6 @@
 // The options that every call takes, and what reading a call's own options needs.
 
 #include <CLI/App.hpp>
-#include <functional>
 #include <optional>
 #include <string>
 #include <vector>

@@ -21,16 +21,15 @@ bool LooksLikeFormula(std::string_view field) {
     return !field.empty() && std::string_view("=+-@\t\r").find(field[0]) != std::string_view::npos;
 }
 
-}  // namespace
-
-std::string JsonLine(const Record& record) {
+nlohmann::ordered_json ToJson(const Record& record) {
     nlohmann::ordered_json object = nlohmann::ordered_json::object();
     for (const Field& field : record) {
         std::visit([&](const auto& value) { object[field.name] = value; }, field.value);
     }
-    return object.dump(-1, ' ', /*ensure_ascii=*/true,
-                       nlohmann::ordered_json::error_handler_t::replace);
+    return object;
 }
+
+}  // namespace
 
 std::string CsvField(std::string_view field, bool isSafe) {
     std::string text(field);
@@ -56,8 +55,10 @@ void Output::BoldLine(std::string_view utf8) {
     }
 }
 
-void Output::JsonText(std::string_view json) {
-    *streams_.out << json << '\n';
+void Output::JsonLine(const nlohmann::ordered_json& object) {
+    *streams_.out << object.dump(-1, ' ', /*ensure_ascii=*/true,
+                                 nlohmann::ordered_json::error_handler_t::replace)
+                  << '\n';
 }
 
 void Output::Header(const Record& record) {
@@ -69,7 +70,7 @@ void Output::Header(const Record& record) {
 
 void Output::Put(const Record& record) {
     if (format_ == OutputFormat::Json) {
-        JsonText(JsonLine(record));
+        JsonLine(ToJson(record));
         return;
     }
     std::vector<std::string> fields;

@@ -3,7 +3,9 @@
 // Standard output: plain text for people, one JSON object a line or comma-separated values for
 // programs.
 
+#include <cstddef>
 #include <cstdint>
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -15,16 +17,16 @@ namespace ostrova::cli {
 
 enum class OutputFormat { Text, Json, Csv };
 
-/// A named value of a record; texts are UTF-8, `nullptr` is "there is none".
+/// What a record can hold: texts are UTF-8, `nullptr` is "there is none".
+using FieldValue = std::variant<std::nullptr_t, bool, std::int64_t, std::string>;
+
+/// A named value of a record.
 struct Field {
     const char* name;
-    std::variant<std::nullptr_t, bool, std::int64_t, std::string> value;
+    FieldValue value;
 };
 
 using Record = std::vector<Field>;
-
-/// `record` as one line of JSON, ASCII only, whatever bytes its texts hold.
-[[nodiscard]] std::string JsonLine(const Record& record);
 
 /// `field` as comma-separated values have it: quoted when it holds a comma, a quote or a line
 /// break. `isSafe` puts an apostrophe before what a spreadsheet would take for a formula.
@@ -44,8 +46,8 @@ public:
     /// The same in bold, where colour is welcome.
     void BoldLine(std::string_view utf8);
 
-    /// A ready line of JSON.
-    void JsonText(std::string_view json);
+    /// An object as one line of JSON, ASCII only, whatever bytes its texts hold.
+    void JsonLine(const nlohmann::ordered_json& object);
 
     /// With comma-separated values, the names of the record's fields as the first row.
     void Header(const Record& record);

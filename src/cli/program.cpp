@@ -34,8 +34,6 @@ std::vector<std::unique_ptr<Call>> MakeCalls() {
 
 namespace {
 
-constexpr std::size_t LongestQuote = 200;
-
 /// Reads the command line and runs the call that it names.
 class Program {
 public:
@@ -96,10 +94,10 @@ private:
         const auto first =
             std::find_first_of(arguments.begin(), arguments.end(), extras.begin(), extras.end());
         if (first == arguments.end()) return "Too many arguments.";
-        const std::string name = first->substr(0, LongestQuote);
-        if (first->starts_with('-')) return "There is no option '" + name + "' here.";
-        if (Chosen() == calls_.size()) return "There is no call '" + name + "'.";
-        return "The argument '" + name + "' is one too many.";
+        const std::string name = util::Quoted(*first);
+        if (first->starts_with('-')) return "There is no option " + name + " here.";
+        if (Chosen() == calls_.size()) return "There is no call " + name + ".";
+        return "The argument " + name + " is one too many.";
     }
 
     /// What to say of the option that the library's own words, `told`, complain of.

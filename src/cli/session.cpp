@@ -3,18 +3,13 @@
 #include "app/site_host.h"
 #include "matching/search_list_store.h"
 #include "platform/whole_file.h"
+#include "playlists/page_cache.h"
 #include "util/code_page.h"
 #include "util/files.h"
 #include "util/format.h"
-#include "util/path.h"
+#include "util/text.h"
 
 namespace ostrova::cli {
-namespace {
-
-constexpr std::size_t LongestQuote = 200;
-constexpr std::size_t LongestList = 64 * 1024 * 1024;
-
-}  // namespace
 
 Session::Session(const World& world, const CommonOptions& options)
     : world_(world),
@@ -35,7 +30,7 @@ void Session::Complain(std::string_view text) {
 
 bool Session::TakesText(const std::string& text) {
     if (util::IsUtf8(text)) return true;
-    Complain(util::Format("'%s' is not UTF-8.", text));
+    Complain(util::Quoted(text) + " is not UTF-8.");
     return false;
 }
 
@@ -67,8 +62,8 @@ std::optional<std::string> Session::SiteHost() {
     if (!host) {
         Complain(
             util::Format("--site-host must be http://host or https://host of at most %d "
-                         "characters, not '%s'.",
-                         app::LongestSiteHost, options_.siteHost->substr(0, LongestQuote)));
+                         "characters, not %s.",
+                         app::LongestSiteHost, util::Quoted(*options_.siteHost)));
     }
     return host;
 }
@@ -80,7 +75,7 @@ std::optional<playlists::PageSource> Session::Source() {
     if (!http_) {
         http_ = world_.makeHttp();
         platform::SweepLeftovers(dataFolder_);  // the guest's page lies there
-        platform::SweepLeftovers(util::JoinPath(dataFolder_, "Cache"));
+        platform::SweepLeftovers(playlists::CacheFolder(dataFolder_));
     }
     playlists::PageSource source;
     source.tools = {.http = http_.get(),
@@ -101,25 +96,20 @@ std::optional<std::vector<matching::SearchItem>> Session::SearchItems() {
     std::string folder = dataFolder_;
     const matching::SearchListPlaces places{.folder = &folder, .programPath = world_.programPath};
     auto items = matching::LoadSearchList(places, messages_);
-    if (presenter_.ShowedError()) return std::nullopt;
-    if (items.empty()) {
+    if (items && items->empty()) {
         Hint(util::Format("The search list of '%s' is empty.", dataFolder_));
     }
     return items;
 }
 
 std::optional<std::vector<matching::SearchItem>> Session::ReadListFile() {
-    util::FileContent content = util::ReadFile(*listFile_, LongestList);
+    util::FileContent content = util::ReadFile(*listFile_, matching::LargestList);
     if (!content.Ok()) {
         Complain(
             util::Format("Couldn't read the search list '%s': %s", *listFile_, content.detail));
         return std::nullopt;
     }
-    std::vector<matching::SearchItem> items;
-    for (matching::SearchEntry& entry : matching::ReadSearchEntries(std::move(content.bytes))) {
-        items.push_back(matching::MakeSearchItem(std::move(entry)));
-    }
-    return items;
+    return matching::ReadSearchItems(std::move(content.bytes));
 }
 
 }  // namespace ostrova::cli

@@ -17,8 +17,7 @@ using playlists::Song;
 constexpr int TimeColumns = 9;            // "~12:05am " and one more
 constexpr int WidestAlignedColumns = 40;  // a longer text pushes only its own line's rest
 
-std::variant<std::nullptr_t, bool, std::int64_t, std::string> OrNull(
-    const std::optional<std::string>& text) {
+FieldValue OrNull(const std::optional<std::string>& text) {
     if (!text) return nullptr;
     return util::ToUtf8(*text);
 }

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "cli/output.h"
-#include "playlists/archive_pages.h"
+#include "playlists/date_number.h"
 #include "playlists/song.h"
 
 namespace ostrova::cli {

@@ -20,8 +20,9 @@ bool BeginsCharacter(char byte) {
 std::string CutToColumns(std::string_view utf8, int columns) {
     std::string text(utf8);
     while (!text.empty() && util::DisplayWidth(text) > columns) {
-        while (!BeginsCharacter(text.back())) text.pop_back();
-        text.pop_back();
+        std::size_t last = text.size() - 1;
+        while (last > 0 && !BeginsCharacter(text[last])) --last;
+        text.resize(last);
     }
     return text;
 }

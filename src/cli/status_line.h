@@ -20,7 +20,6 @@ public:
     StatusLine(const StatusLine&) = delete;
     StatusLine& operator=(const StatusLine&) = delete;
 
-    [[nodiscard]] bool IsShown() const { return isTerminal_; }
     [[nodiscard]] int Columns() const;
 
     /// Replaces the line by `utf8`, cleaned and cut to the terminal's width.

@@ -5,6 +5,8 @@
 
 namespace ostrova::cli {
 
+using playlists::DateOf;
+
 void AddWeekend(CLI::App& app, std::optional<std::string>& text) {
     AddTextOption(app, "WEEKEND", "", text,
                   "Any date in the weekend, as 2006-03-04; by default the current weekend, or the "
@@ -16,8 +18,7 @@ std::optional<playlists::Weekend> ChooseWeekend(Session& session,
     if (!text) return playlists::CurrentWeekend(session.Outside().clock->Now()).weekend;
     const auto date = ParseDate(*text);
     if (!date) {
-        session.Complain(
-            util::Format("'%s' is no date. Write it as 2006-03-04.", text->substr(0, 100)));
+        session.Complain(ComplaintOfDate(*text));
         return std::nullopt;
     }
     return WeekendOf(*date);
@@ -28,7 +29,11 @@ bool IsCurrentWeekend(Session& session, const playlists::Weekend& weekend) {
     return DateOf(playlists::CurrentWeekend(now).weekend.anchor) == DateOf(weekend.anchor);
 }
 
-bool IsToCome(Session& session, const playlists::Weekend& weekend) {
+namespace {
+
+/// True, after a complaint, when `weekend` lies ahead. Nothing may be fetched for it: the site's
+/// pages of the current shows would be taken for its own, and kept for ever.
+bool RefuseWeekendToCome(Session& session, const playlists::Weekend& weekend) {
     const auto current = playlists::CurrentWeekend(session.Outside().clock->Now()).weekend;
     const playlists::DateNumber friday = DateOf(weekend.anchor);
     if (friday <= DateOf(current.anchor)) return false;
@@ -36,12 +41,6 @@ bool IsToCome(Session& session, const playlists::Weekend& weekend) {
         util::Format("The weekend of %s has not begun: its playlists come out on Friday at 13:00.",
                      LongDateText(friday)));
     return true;
-}
-
-namespace {
-
-bool SiteHasNone(const playlists::TransferResult& failure) {
-    return failure.httpStatus == 404 || failure.httpStatus == 410;
 }
 
 /// Says which shows are missing from what is shown. That the site has no page of a show, or the
@@ -60,7 +59,7 @@ void TellFailures(Session& session, const playlists::Weekend& weekend,
             session.Hint(show + "the page holds no song.");
         } else if (isOffline) {
             session.Hint(show + "not in the cache.");
-        } else if (SiteHasNone(*failure)) {
+        } else if (failure->IsMissingPage()) {
             session.Hint(show + "the site has no such page.");
         } else {
             session.Complain(show + FailureReason(*failure) + ".");
@@ -71,7 +70,7 @@ void TellFailures(Session& session, const playlists::Weekend& weekend,
 /// Says why the newer weekend is not shown, unless it just is not out yet.
 void TellSkipped(Session& session, const playlists::Weekend& weekend, playlists::RunResult result) {
     for (auto& failure : result.failures) {
-        if (failure && SiteHasNone(*failure)) failure.reset();
+        if (failure && failure->IsMissingPage()) failure.reset();
     }
     TellFailures(session, weekend, result, /*isOffline=*/false);
 }
@@ -81,7 +80,7 @@ void TellSkipped(Session& session, const playlists::Weekend& weekend, playlists:
 bool LoadWeekend(Session& session, const std::optional<std::string>& text,
                  playlists::WeekendState& state) {
     const auto weekend = ChooseWeekend(session, text);
-    if (!weekend || IsToCome(session, *weekend)) return false;
+    if (!weekend || RefuseWeekendToCome(session, *weekend)) return false;
     const auto source = session.Source();
     if (!source) return false;
     state.displayedWeekend = *weekend;

@@ -20,10 +20,6 @@ void AddWeekend(CLI::App& app, std::optional<std::string>& text);
 /// fetched afresh.
 [[nodiscard]] bool IsCurrentWeekend(Session& session, const playlists::Weekend& weekend);
 
-/// True, after a complaint, when `weekend` lies ahead. Nothing may be fetched for it: the site's
-/// pages of the current shows would be taken for its own, and kept for ever.
-[[nodiscard]] bool IsToCome(Session& session, const playlists::Weekend& weekend);
-
 /// Brings a weekend's playlists and guest into `state`: the one named, or the current one with the
 /// start-up's fall-back of one week. False when there is nothing to show: after a complaint, when
 /// none of its pages could be had or it has not begun, and silently when the program was stopped.

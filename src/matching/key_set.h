@@ -56,6 +56,7 @@ public:
         const std::size_t words = std::bit_ceil(count / 4 + 1);
         filter_.assign(words, 0);
         filterShift_ = 58 - std::countr_zero(words);
+        isEmpty_ = true;
     }
 
     /// Adds `entry`, which is not there yet: many under one hash would make every look-up long.

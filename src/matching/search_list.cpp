@@ -59,6 +59,14 @@ std::vector<SearchEntry> ReadSearchEntries(std::string bytes) {
     return entries;
 }
 
+std::vector<SearchItem> ReadSearchItems(std::string bytes) {
+    std::vector<SearchEntry> entries = ReadSearchEntries(std::move(bytes));
+    std::vector<SearchItem> items;
+    items.reserve(entries.size());
+    for (SearchEntry& entry : entries) items.push_back(MakeSearchItem(std::move(entry)));
+    return items;
+}
+
 std::string WriteSearchEntries(const std::vector<SearchEntry>& entries) {
     std::string bytes;
     for (const SearchEntry& entry : entries) {
@@ -84,11 +92,15 @@ void PlainRows::DeleteAll() {
     selected_.reset();
 }
 
+SearchEntry EntryAt(const SearchListRows& rows, std::size_t row) {
+    return {rows.CellText(row, 0), rows.CellText(row, 1)};
+}
+
 std::vector<SearchItem> SearchItemsFromPage(const SearchListRows& rows) {
     std::vector<SearchItem> items;
     items.reserve(rows.RowCount());
     for (std::size_t row = 0; row < rows.RowCount(); ++row) {
-        items.push_back(MakeSearchItem({rows.CellText(row, 0), rows.CellText(row, 1)}));
+        items.push_back(MakeSearchItem(EntryAt(rows, row)));
     }
     return items;
 }

@@ -10,7 +10,6 @@
 #include <string_view>
 #include <vector>
 
-#include "feedback/messages.h"
 #include "matching/match_key.h"
 
 namespace ostrova::matching {
@@ -22,6 +21,9 @@ inline constexpr std::string_view SearchListFileName = "SearchList.txt";
 /// entry is one line of the file, of which its reader sees 259 bytes. (In a text full of quotes,
 /// which count twice, it may still be more.)
 inline constexpr int LongestTyped = 127;
+
+/// Most bytes of a list's file that are read: far above any list; what is larger is something else.
+inline constexpr std::size_t LargestList = std::size_t{64} << 20;
 
 /// Song name and artist as the user wrote them (code page 1252); either may be blank.
 struct SearchEntry {
@@ -49,6 +51,9 @@ struct SearchItem {
 /// Reads the entries of a list file's bytes, in the order of its lines; lines are cut at 259 bytes
 /// and go on as further lines.
 [[nodiscard]] std::vector<SearchEntry> ReadSearchEntries(std::string bytes);
+
+/// The same entries as matching sees them.
+[[nodiscard]] std::vector<SearchItem> ReadSearchItems(std::string bytes);
 
 /// The bytes of a list file that holds `entries`: code page 1252, CR LF on every host.
 [[nodiscard]] std::string WriteSearchEntries(const std::vector<SearchEntry>& entries);
@@ -86,6 +91,9 @@ private:
     std::deque<SearchEntry> rows_;  // lists are filled at the top
     std::optional<std::size_t> selected_;
 };
+
+/// What `row` holds.
+[[nodiscard]] SearchEntry EntryAt(const SearchListRows& rows, std::size_t row);
 
 /// The rows as matching sees them, in row order.
 [[nodiscard]] std::vector<SearchItem> SearchItemsFromPage(const SearchListRows& rows);

@@ -15,9 +15,6 @@
 namespace ostrova::matching {
 namespace {
 
-// Far above any list; what is larger is something else.
-constexpr std::size_t LargestList = std::size_t{64} << 20;
-
 constexpr std::string_view QuestionTitle = "Error when saving song/artist list";
 constexpr std::string_view CouldNotSaveText =
     "Couldn't save your list of favourite songs/artists to\n%s\n\n"
@@ -29,7 +26,7 @@ constexpr std::string_view CouldNotSaveEitherText =
 /// A list as it was found.
 struct FoundList {
     LoadedList loaded;
-    std::optional<std::vector<SearchEntry>> entries;  // nothing when no file could be opened
+    std::optional<std::string> bytes;  // nothing when no file could be read
 };
 
 FoundList ReadList(const SearchListPlaces& places, feedback::Messages& messages) {
@@ -47,7 +44,7 @@ FoundList ReadList(const SearchListPlaces& places, feedback::Messages& messages)
     if (content.status == util::ReadStatus::NotThere) return {};  // it went at this moment
     found.loaded.path = std::move(path);
     if (content.Ok()) {
-        found.entries = ReadSearchEntries(std::move(content.bytes));
+        found.bytes = std::move(content.bytes);
     } else {
         found.loaded.unreadable = true;
         messages.ShowError("Couldn't load your search list from\n%s",
@@ -117,7 +114,7 @@ std::string BytesOfRows(const SearchListRows& rows) {
     std::vector<SearchEntry> entries;
     entries.reserve(rows.RowCount());
     for (std::size_t row = 0; row < rows.RowCount(); ++row) {
-        entries.push_back({rows.CellText(row, 0), rows.CellText(row, 1)});
+        entries.push_back(EntryAt(rows, row));
     }
     return WriteSearchEntries(entries);
 }
@@ -142,24 +139,22 @@ SaveEnd SaveWhereTheUserSays(const ListWriter& writer, std::string path, std::st
 
 }  // namespace
 
-std::vector<SearchItem> LoadSearchList(const SearchListPlaces& places,
-                                       feedback::Messages& messages) {
-    std::vector<SearchItem> items;
+std::optional<std::vector<SearchItem>> LoadSearchList(const SearchListPlaces& places,
+                                                      feedback::Messages& messages) {
     FoundList found = ReadList(places, messages);
-    if (!found.entries) return items;
-    items.reserve(found.entries->size());
-    for (SearchEntry& entry : *found.entries) items.push_back(MakeSearchItem(std::move(entry)));
-    return items;
+    if (found.loaded.unreadable) return std::nullopt;
+    return ReadSearchItems(std::move(found.bytes).value_or(std::string()));
 }
 
 LoadedList FillSearchListPage(const SearchListPlaces& places, SearchListRows& rows,
                               feedback::Messages& messages) {
     FoundList found = ReadList(places, messages);
-    if (found.entries) {
+    if (found.bytes) {
+        const std::vector<SearchEntry> entries = ReadSearchEntries(*std::move(found.bytes));
         rows.DeleteAll();
         // From the last one on: entries that the sort finds equal keep the file's order, and a list
         // that nobody has changed is written as it was read.
-        std::for_each(found.entries->rbegin(), found.entries->rend(),
+        std::for_each(entries.rbegin(), entries.rend(),
                       [&rows](const SearchEntry& entry) { rows.InsertAtTop(entry); });
         rows.SortAgain();
     }
@@ -222,7 +217,7 @@ bool AddSearchEntry(SearchListRows& rows, const SearchEntry& entry, feedback::Me
     }
     const MatchKeys keys = MakeMatchKeys(song, artist);
     for (std::size_t row = 0; row < rows.RowCount(); ++row) {
-        const SearchEntry other = {rows.CellText(row, 0), rows.CellText(row, 1)};
+        const SearchEntry other = EntryAt(rows, row);
         if (util::CompareNoCase(other.song, song) == 0 &&
             util::CompareNoCase(other.artist, artist) == 0) {
             messages.ShowError("This item is already in the list");

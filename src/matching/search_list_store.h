@@ -37,9 +37,9 @@ enum class SaveEnd {
 };
 
 /// Reads the list as matching sees it. No file: an empty list and no word. A file that can't be
-/// opened: an error, and an empty list.
-[[nodiscard]] std::vector<SearchItem> LoadSearchList(const SearchListPlaces& places,
-                                                     feedback::Messages& messages);
+/// read: an error, and nothing.
+[[nodiscard]] std::optional<std::vector<SearchItem>> LoadSearchList(const SearchListPlaces& places,
+                                                                    feedback::Messages& messages);
 
 /// Reads the list into `rows`, replacing them when the file could be opened, and sorts them again.
 LoadedList FillSearchListPage(const SearchListPlaces& places, SearchListRows& rows,

@@ -19,12 +19,11 @@ inline constexpr int NarrowGap = 4;
 /// each relayout.
 ///
 /// Nothing is moved while all stand at least `gap` apart and inside the page, and no push button is
-/// narrower than its text. Otherwise the room
-/// from the first one's left to the last one's right edge is shared: each gets the width that its
-/// text needs, and of the rest as much as its present width is wider; where even the needed widths
-/// don't fit, the widest are cut to one width, so that short texts stay whole. The text of a push
-/// button that is too narrow is cut with an ellipsis, and shown whole in a tooltip. Ids without a
-/// visible control are left out.
+/// narrower than its text. Otherwise the room from the first one's left to the last one's right
+/// edge is shared: each gets the width that its text needs, and of the rest as much as its present
+/// width is wider; where even the needed widths don't fit, the widest are cut to one width, so that
+/// short texts stay whole. The text of a push button that is too narrow is cut with an ellipsis,
+/// and shown whole in a tooltip. Ids without a visible control are left out.
 ///
 ///     KeepRowApart(*this, {1044, 1045, 2});  // two buttons on the left, Exit on the right
 void KeepRowApart(const QWidget& page, std::initializer_list<int> ids, int gap = NarrowGap);

@@ -1,17 +1,13 @@
 #include "pages/search_list_page.h"
 
 #include <QCoreApplication>
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStyle>
-#include <algorithm>
-#include <array>
 #include <utility>
 
-#include "pages/fitted_text.h"
-#include "pages/narrow_row.h"
+#include "pages/search_arrangement.h"
 #include "resources/search_list_template.h"
 #include "uikit/cell_text.h"
 #include "uikit/dialog_builder.h"
@@ -72,7 +68,7 @@ void SearchListPage::Initialise() {
     ConnectControls();
     Load();
     unshown_.MoveTo(*list_);
-    list_->SortBy(ArtistColumn, true);
+    list_->SortBy(search_column::Artist, true);
     shown_ = std::make_unique<SearchRows>(*list_);
 }
 
@@ -89,8 +85,8 @@ void SearchListPage::MakeList() {
     list_->SetShowSelectionAlways(true);
     const int scrollBar = list_->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, list_);
     const int width = list_->ClientWidth() - scrollBar;
-    list_->InsertColumn(SongColumn, "Song Title", Qt::AlignRight, width / 2);
-    list_->InsertColumn(ArtistColumn, "Artist", Qt::AlignLeft, width - width / 2);
+    list_->InsertColumn(search_column::Song, "Song Title", Qt::AlignRight, width / 2);
+    list_->InsertColumn(search_column::Artist, "Artist", Qt::AlignLeft, width - width / 2);
     list_->SetColumnKinds({uikit::sort_kind::NoCase, uikit::sort_kind::NoCase});
     list_->SetSortEnabled(true);
 }
@@ -196,58 +192,10 @@ void SearchListPage::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-// --- Small pages ---
+// --- Size ---
 
-int SearchListPage::LeastListHeight() const {
-    constexpr int LeastRows = 3;
-    const int row = std::max(list_->sizeHintForRow(0), list_->fontMetrics().height());
-    return list_->header()->sizeHint().height() + LeastRows * row + 2 * list_->frameWidth();
-}
-
-/// Makes the notes as high as their lines are at this width; the top that is left for the list.
-int SearchListPage::FitNotes() {
-    const std::array notes = {ControlAs<uikit::MarkupView>(*this, SearchListSongNote),
-                              ControlAs<uikit::MarkupView>(*this, SearchListArtistNote)};
-    constexpr int Leading = 2;  // pixels below the last line in which nothing is seen
-    int missing = 0;
-    for (const uikit::MarkupView* note : notes) {
-        const int needed = TextSize(*note, note->width()).height();
-        missing = std::max(missing, needed - note->height());
-    }
-    if (missing <= Leading) return list_->y();
-    for (uikit::MarkupView* note : notes) note->resize(note->width(), note->height() + missing);
-    return list_->y() + missing;
-}
-
-/// On a page so low that hardly a row of the list is left, the list takes the place of the notes,
-/// and then that of the heading.
 void SearchListPage::AfterRelayout() {
-    KeepRowApart(*this, {SearchListRemove, SearchListSearchNow, SearchListExit});
-    const int least = LeastListHeight();
-    const int gap = uikit::DialogUnits(font()).PixelsDown(5);
-    const int bottom = ControlById(*this, SearchListRemove)->y() - gap;
-    int top = FitNotes();
-    const bool showsNotes = bottom - top >= least;
-    const int notesTop = ControlById(*this, SearchListSongNote)->y();
-    if (!showsNotes) top = notesTop;
-    const bool showsHeading = bottom - top >= least;
-    QWidget* heading = ControlById(*this, SearchListHeading);
-    const int headingRoom = std::min(heading->sizeHint().width(), width() - 2 * heading->x());
-    heading->resize(std::max(heading->width(), headingRoom), heading->height());
-    if (!showsHeading) {
-        const int rise = ControlById(*this, SearchListSongLabel)->y() - heading->y();
-        for (const int id : {SearchListSongLabel, SearchListArtistLabel, SearchListSong,
-                             SearchListArtist, SearchListAdd}) {
-            QWidget* control = ControlById(*this, id);
-            control->move(control->x(), control->y() - rise);
-        }
-        top -= rise;
-    }
-    for (const int id : {SearchListSongNote, SearchListArtistNote}) {
-        ControlById(*this, id)->setVisible(showsNotes);
-    }
-    heading->setVisible(showsHeading);
-    list_->setGeometry(list_->x(), top, list_->width(), bottom - top);
+    ArrangeSearchPage(*this);
     // A row that was added and sorted in before had its place in a list of the template's height.
     if (!std::exchange(wasArranged_, true) && list_->SelectedRow() >= 0) {
         list_->EnsureVisible(list_->SelectedRow());

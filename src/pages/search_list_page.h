@@ -63,9 +63,6 @@ private:
     void OnRemove();
     void OnEndLabelEdit(const uikit::CellNotice& notice);
 
-    [[nodiscard]] int LeastListHeight() const;
-    int FitNotes();
-
     matching::SearchListPlaces places_;
     feedback::Messages* messages_;
     uikit::NewListCtrl* list_ = nullptr;  // these three: owned by the page as its children

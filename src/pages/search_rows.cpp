@@ -1,6 +1,7 @@
 #include "pages/search_rows.h"
 
 #include <utility>
+#include <vector>
 
 #include "uikit/list_sort.h"
 
@@ -9,7 +10,7 @@ namespace ostrova::pages {
 using matching::SearchEntry;
 
 std::string UnshownRows::CellText(std::size_t row, int column) const {
-    return column == SongColumn ? rows_[row].song : rows_[row].artist;
+    return column == search_column::Song ? rows_[row].song : rows_[row].artist;
 }
 
 void UnshownRows::InsertAtTop(const SearchEntry& entry) {
@@ -23,7 +24,8 @@ void UnshownRows::DeleteAll() {
 }
 
 void UnshownRows::SortAgain() {
-    const uikit::SortRule byArtist{ArtistColumn, uikit::sort_kind::NoCase, /*ascending=*/true};
+    const uikit::SortRule byArtist{search_column::Artist, uikit::sort_kind::NoCase,
+                                   /*ascending=*/true};
     const auto artistOf = [this](int row, int /*column*/) -> std::string_view {
         return rows_[row].artist;
     };

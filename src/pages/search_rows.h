@@ -5,15 +5,16 @@
 #include <deque>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "matching/search_list.h"
 #include "uikit/new_list_ctrl.h"
 
 namespace ostrova::pages {
 
-inline constexpr int SongColumn = 0;
-inline constexpr int ArtistColumn = 1;
+namespace search_column {
+inline constexpr int Song = 0;
+inline constexpr int Artist = 1;
+}  // namespace search_column
 
 /// Rows that no list shows yet, in the order in which one will show them: by artist.
 class UnshownRows final : public matching::SearchListRows {
@@ -33,7 +34,7 @@ private:
     std::optional<std::size_t> selected_;
 };
 
-/// Column 0 of the list holds song names, column 1 artists.
+/// The rows of a list with the columns of `search_column`.
 class SearchRows final : public matching::SearchListRows {
 public:
     /// `list` is borrowed.

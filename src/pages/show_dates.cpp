@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "playlists/archive_pages.h"
+
 namespace ostrova::pages {
 namespace {
 
@@ -40,7 +42,7 @@ int ShowDates::LatestYear() const {
 
 std::vector<int> ShowDates::Years() const {
     std::vector<int> years;
-    for (int year = std::min(LatestYear(), LastYear); year >= FirstShowYear; --year) {
+    for (int year = std::min(LatestYear(), LastYear); year >= FirstArchiveYear; --year) {
         years.push_back(year);
     }
     return years;

@@ -10,9 +10,6 @@
 
 namespace ostrova::pages {
 
-/// The year of the first shows.
-inline constexpr int FirstShowYear = 1998;
-
 /// The show whose dates a page offers: Saturday night's for the results of all three.
 [[nodiscard]] playlists::ShowSlot ShowOf(SongView view);
 

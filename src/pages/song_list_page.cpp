@@ -7,6 +7,7 @@
 #include "pages/song_arrangement.h"
 #include "pages/song_listing.h"
 #include "pages/song_rows.h"
+#include "playlists/archive_pages.h"
 #include "resources/song_list_template.h"
 #include "uikit/cell_text.h"
 #include "uikit/dialog_builder.h"
@@ -102,13 +103,14 @@ void SongListPage::MakeList() {
     const int width = list_->ClientWidth() - scrollBar;
     const int time = width * 2 / 10;
     const int title = (width - time) * 4 / 10;
-    list_->InsertColumn(TimeColumn, "Time", Qt::AlignLeft, time);
-    list_->InsertColumn(TitleColumn, "Song Title", Qt::AlignRight, title);
-    list_->InsertColumn(ArtistColumn, "Artist", Qt::AlignLeft, title);
-    list_->InsertColumn(CommentColumn, "Comment", Qt::AlignLeft, width - time - 2 * title);
+    list_->InsertColumn(song_column::Time, "Time", Qt::AlignLeft, time);
+    list_->InsertColumn(song_column::Title, "Song Title", Qt::AlignRight, title);
+    list_->InsertColumn(song_column::Artist, "Artist", Qt::AlignLeft, title);
+    list_->InsertColumn(song_column::Comment, "Comment", Qt::AlignLeft, width - time - 2 * title);
     const QFontMetrics metrics = list_->fontMetrics();
-    list_->SetLeastFittedWidth(TimeColumn, metrics.horizontalAdvance(QStringLiteral("~12:00am")) +
-                                               2 * uikit::CellMargin(metrics));
+    list_->SetLeastFittedWidth(
+        song_column::Time,
+        metrics.horizontalAdvance(QStringLiteral("~12:00am")) + 2 * uikit::CellMargin(metrics));
     using uikit::click_kind::ReadOnly;
     list_->SetColumnKinds({ReadOnly, ReadOnly, ReadOnly, ReadOnly});
     listing_ = std::make_unique<SongListing>(*list_);
@@ -190,7 +192,7 @@ void SongListPage::OnSetActive() {
     // Of the year that the box shows until now, on purpose: when the year then changes, the date
     // is counted from a show of the year before, and is none of the list or a wrong one.
     const EpochSeconds last = Dates().LastShow(SelectedYear());
-    const int yearIndex = yearCombo_->count() - (YearOf(shown) - FirstShowYear + 1);
+    const int yearIndex = yearCombo_->count() - (YearOf(shown) - playlists::FirstArchiveYear + 1);
     if (yearIndex != yearCombo_->currentIndex()) {
         yearCombo_->setCurrentIndex(yearIndex);
         FillDateCombo();
@@ -261,14 +263,14 @@ int SongListPage::RowToAdd() {
 
 void SongListPage::OnAddArtist() {
     const int row = RowToAdd();
-    if (row >= 0) emit addRequested({"", std::string(list_->CellText(row, ArtistColumn))});
+    if (row >= 0) emit addRequested({"", std::string(list_->CellText(row, song_column::Artist))});
 }
 
 void SongListPage::OnAddSong() {
     const int row = RowToAdd();
     if (row < 0) return;
-    emit addRequested({std::string(list_->CellText(row, TitleColumn)),
-                       std::string(list_->CellText(row, ArtistColumn))});
+    emit addRequested({std::string(list_->CellText(row, song_column::Title)),
+                       std::string(list_->CellText(row, song_column::Artist))});
 }
 
 }  // namespace ostrova::pages

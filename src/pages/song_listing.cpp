@@ -37,7 +37,7 @@ RowRecord RecordOf(RowLook look) {
 
 RowTexts TextsOf(const NewListCtrl& list, int row) {
     RowTexts texts;
-    for (int column = TimeColumn; column <= CommentColumn; ++column) {
+    for (int column = song_column::Time; column <= song_column::Comment; ++column) {
         texts.emplace_back(list.CellText(row, column));
     }
     return texts;
@@ -94,7 +94,7 @@ void SongListing::Show(SongRows rows, ListPlace place) {
 bool SongListing::Holds(const std::vector<RowTexts>& texts) const {
     if (texts.size() != looks_.size()) return false;
     for (std::size_t row = 0; row < texts.size(); ++row) {
-        for (int column = TimeColumn; column <= CommentColumn; ++column) {
+        for (int column = song_column::Time; column <= song_column::Comment; ++column) {
             if (list_.CellText(static_cast<int>(row), column) != texts[row][column]) return false;
         }
     }

@@ -11,7 +11,7 @@ using namespace playlists;
 void Add(SongRows& rows, RowLook look, std::string time, std::string title, std::string artist,
          std::string comment) {
     uikit::RowTexts& texts = rows.texts.emplace_back();
-    texts.reserve(CommentColumn + 1);
+    texts.reserve(song_column::Comment + 1);
     texts.push_back(std::move(time));
     texts.push_back(std::move(title));
     texts.push_back(std::move(artist));

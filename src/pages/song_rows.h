@@ -9,10 +9,12 @@
 
 namespace ostrova::pages {
 
-inline constexpr int TimeColumn = 0;
-inline constexpr int TitleColumn = 1;
-inline constexpr int ArtistColumn = 2;
-inline constexpr int CommentColumn = 3;
+namespace song_column {
+inline constexpr int Time = 0;
+inline constexpr int Title = 1;
+inline constexpr int Artist = 2;
+inline constexpr int Comment = 3;
+}  // namespace song_column
 
 /// What a row is, and looks like.
 enum class RowLook { Song, MatchedSong, Heading, NoMatches };

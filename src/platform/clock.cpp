@@ -30,7 +30,8 @@ WakeReason WaitInSteps(util::EpochSeconds due) {
         if (::nanosleep(&span, nullptr) != 0) return WakeReason::ClockChanged;
         const util::EpochSeconds later = WallSeconds();
         ::tzset();
-        // A second either way is rounding; a suspended machine comes here too, and need not.
+        // A second either way is rounding. A machine that was suspended is reported as a change of
+        // clock too, which does no harm.
         if (later < now + step - 1 || later > now + step + 1 || offsetAtDue() != offset) {
             return later >= due ? WakeReason::Due : WakeReason::ClockChanged;
         }

@@ -6,13 +6,11 @@
 #include <cstring>
 #include <new>
 #include <string_view>
-#include <utility>
 
 #include <curl/curl.h>
 
 #include "platform/http_headers.h"
 #include "platform/stall_watch.h"
-#include "util/compare.h"
 #include "util/text.h"
 
 namespace ostrova::platform {
@@ -79,11 +77,6 @@ char* CurlStrdup(const char* text) {
     return copy;
 }
 
-bool IsWebAddress(std::string_view url) {
-    return util::StartsWithNoCase(url, "http://") == 0 ||
-           util::StartsWithNoCase(url, "https://") == 0;
-}
-
 HttpError ErrorOf(CURLcode code, bool reachedNetwork) {
     switch (code) {
         case CURLE_OK:
@@ -136,7 +129,7 @@ public:
         long status = 0;
         ::curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &status);
         response.status = static_cast<int>(status);
-        response.reachedNetwork = status != 0 || Time(CURLINFO_PRETRANSFER_TIME_T) > 0;
+        response.reachedNetwork = status != 0 || Figure(CURLINFO_PRETRANSFER_TIME_T) > 0;
         response.refused = code == CURLE_COULDNT_CONNECT && IsRefused();
         response.endKnown = headers_.IsChunked() || Expected() >= 0;
         if (status == 429 || status == 503) response.retryAfterSeconds = RetryAfter();
@@ -221,8 +214,8 @@ private:
         ::curl_easy_getinfo(easy_, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &length);
         return length;
     }
-    [[nodiscard]] std::int64_t Sent() const { return Time(CURLINFO_SIZE_UPLOAD_T); }
-    [[nodiscard]] std::int64_t Time(CURLINFO what) const {
+    [[nodiscard]] std::int64_t Sent() const { return Figure(CURLINFO_SIZE_UPLOAD_T); }
+    [[nodiscard]] std::int64_t Figure(CURLINFO what) const {
         curl_off_t value = 0;
         ::curl_easy_getinfo(easy_, what, &value);
         return value;
@@ -235,7 +228,7 @@ private:
     }
     [[nodiscard]] int RetryAfter() const {
         return static_cast<int>(
-            std::clamp<std::int64_t>(Time(CURLINFO_RETRY_AFTER), 0, LongestAskSeconds));
+            std::clamp<std::int64_t>(Figure(CURLINFO_RETRY_AFTER), 0, LongestAskSeconds));
     }
 
     [[nodiscard]] HttpStage Stage(CURLcode code, const HttpResponse& response) const {

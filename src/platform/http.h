@@ -11,7 +11,14 @@
 #include <string>
 #include <string_view>
 
+#include "util/text.h"
+
 namespace ostrova::platform {
+
+/// True for "http://..." and "https://...", in any letter case.
+[[nodiscard]] inline bool IsWebAddress(std::string_view address) {
+    return util::HasMarkerAt(address, 0, "http://") || util::HasMarkerAt(address, 0, "https://");
+}
 
 /// Where a request failed: before anything was sent, before any of the final answer arrived, in its
 /// status and headers, after them.
@@ -29,11 +36,15 @@ enum class HttpError {
     SinkFailed,    // the caller could not take the bytes
 };
 
+/// Most decoded bytes of an answer that are taken unless a request says otherwise.
+inline constexpr std::size_t LargestBody = 8 * 1024 * 1024;
+
 struct HttpRequest {
     std::string url;
     std::string agent;
-    std::size_t bodyLimit = 8 * 1024 * 1024;  // decoded bytes
+    std::size_t bodyLimit = LargestBody;  // decoded bytes
     // Present: a form that is posted ("application/x-www-form-urlencoded"), accepting "*/*".
+    // Borrowed until `Perform` returns.
     const std::string* form = nullptr;
 };
 
@@ -45,7 +56,7 @@ struct HttpResponse {
     std::string detail;                 // the library's own description of the error
     int code = 0;                       // and its number
     bool reachedNetwork = false;        // a connection was made
-    bool refused = false;               // none, for the host itself said that nobody listens
+    bool refused = false;               // no connection, as the host says that nothing listens
     bool endKnown = false;              // the answer said how long it is, or came in chunks
     int retryAfterSeconds = 0;          // of a 429 or 503, 0 when not given; at most 3600
 

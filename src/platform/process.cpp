@@ -48,6 +48,14 @@ void ResetForExec() {
 
 }  // namespace
 
+void HoldStandardStreams() {
+    for (int stream = STDIN_FILENO; stream < FirstOwnDescriptor; ++stream) {
+        if (::fcntl(stream, F_GETFD) >= 0) continue;
+        const int mode = stream == STDIN_FILENO ? O_WRONLY : O_RDONLY;
+        if (::open("/dev/null", mode) < 0) return;  // lands on the lowest free number, this one
+    }
+}
+
 void IgnoreFatalWriteSignals() {
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);

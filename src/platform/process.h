@@ -7,6 +7,11 @@
 
 namespace ostrova::platform {
 
+/// Called before anything is opened: a standard stream that is closed gets a descriptor, kept
+/// across exec, on which its use fails. Otherwise the next thing opened, a page of the cache
+/// perhaps, would take its number and be written to.
+void HoldStandardStreams();
+
 /// Called first by every program: writing into a pipe that nobody reads any more, or beyond the
 /// file size limit, is an error that the writer hears of and not the process's end.
 void IgnoreFatalWriteSignals();

@@ -17,9 +17,9 @@
 #define SI_IMPLEMENTATION
 #include <SimpleIni.h>
 
-#include "platform/descriptor.h"
 #include "platform/setting_text.h"
 #include "platform/whole_file.h"
+#include "util/descriptor.h"
 #include "util/files.h"
 #include "util/path.h"
 #include "util/text.h"
@@ -100,7 +100,7 @@ public:
     }
 
 private:
-    Descriptor folder_;
+    util::Descriptor folder_;
 };
 
 class IniStore final : public SettingsStore {

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/descriptor.h"
+#include "util/descriptor.h"
 #include "util/files.h"
 #include "util/path.h"
 
@@ -38,7 +38,8 @@ std::optional<std::string> BaseFolder(const char* variable, std::string_view bel
 /// link, and open to no one else.
 std::optional<std::string> PrivateFolder(const std::string& path) {
     ::mkdir(path.c_str(), 0700);  // whatever stands there instead is looked at below
-    const Descriptor folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    const util::Descriptor folder(
+        ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
     struct stat info {};
     if (!folder.Ok() || ::fstat(folder.Get(), &info) != 0) return std::nullopt;
     if (info.st_uid != ::geteuid()) return std::nullopt;

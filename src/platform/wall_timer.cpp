@@ -28,12 +28,12 @@ WallTimer::WallTimer(std::string zoneFile)
       timer_(::timerfd_create(CLOCK_REALTIME, TFD_CLOEXEC | TFD_NONBLOCK)),
       readable_(::epoll_create1(EPOLL_CLOEXEC)) {
     WatchZone();
-    for (const Descriptor* part : {&zone_, &timer_}) {
+    for (const util::Descriptor* part : {&zone_, &timer_}) {
         epoll_event event{};
         event.events = EPOLLIN;
         if (!part->Ok() || !readable_.Ok() ||
             ::epoll_ctl(readable_.Get(), EPOLL_CTL_ADD, part->Get(), &event) != 0) {
-            readable_ = Descriptor();
+            readable_ = util::Descriptor();
         }
     }
 }

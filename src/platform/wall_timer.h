@@ -6,7 +6,7 @@
 #include <string>
 
 #include "platform/clock.h"
-#include "platform/descriptor.h"
+#include "util/descriptor.h"
 
 namespace ostrova::platform {
 
@@ -19,7 +19,7 @@ public:
     explicit WallTimer(std::string zoneFile = "/etc/localtime");
 
     /// Waits for `due` from now on. False when the system lacks the means (descriptors have run
-    /// out): the caller has to look at the clock by himself.
+    /// out): the caller has to look at the clock itself.
     [[nodiscard]] bool Set(util::EpochSeconds due);
 
     /// What becomes readable when there is something to `Take`; below 0 without the means.
@@ -36,9 +36,9 @@ private:
     void WatchZone();
 
     std::string zoneFile_;
-    Descriptor zone_;
-    Descriptor timer_;
-    Descriptor readable_;  // both of them
+    util::Descriptor zone_;
+    util::Descriptor timer_;
+    util::Descriptor readable_;  // both of them
     bool isZoneWatched_ = false;
     std::optional<util::EpochSeconds> due_;
 };

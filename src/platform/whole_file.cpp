@@ -16,7 +16,7 @@
 #include <optional>
 #include <utility>
 
-#include "platform/descriptor.h"
+#include "util/descriptor.h"
 #include "util/path.h"
 
 namespace ostrova::platform {
@@ -35,7 +35,7 @@ WriteResult Done() {
 }
 
 WriteResult Failure(int error) {
-    return {.ok = false, .detail = SystemText(error), .error = error};
+    return {.ok = false, .detail = util::SystemText(error), .error = error};
 }
 
 WriteResult Refused(std::string detail, int error) {
@@ -80,7 +80,7 @@ std::string SiblingName() {
 struct Sibling {
     std::string target;
     std::string path;
-    Descriptor file;
+    util::Descriptor file;
 };
 
 WriteResult CreateSibling(const std::string& path, Sibling& sibling) {
@@ -99,7 +99,8 @@ WriteResult CreateSibling(const std::string& path, Sibling& sibling) {
     constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
     do {
         sibling.path = std::string(util::FolderPart(sibling.target)).append(SiblingName());
-        sibling.file = Descriptor(::open(sibling.path.c_str(), flags, exists ? 0600 : NewFileMode));
+        sibling.file =
+            util::Descriptor(::open(sibling.path.c_str(), flags, exists ? 0600 : NewFileMode));
     } while (!sibling.file.Ok() && (errno == EEXIST || errno == EINTR));
     if (!sibling.file.Ok()) return Failure(errno);
     // Not every file system knows modes; where it doesn't, there is none to keep.
@@ -133,8 +134,8 @@ bool SyncFolder(int fd) {
 
 /// Opens a folder for syncing, before anything in it changes. One that may be written but not read
 /// can't be opened: its entries are then synced whenever the system does it.
-WriteResult OpenFolder(const std::string& path, Descriptor& folder) {
-    folder = Descriptor(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+WriteResult OpenFolder(const std::string& path, util::Descriptor& folder) {
+    folder = util::Descriptor(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     return folder.Ok() || errno == EACCES ? Done() : Failure(errno);
 }
 
@@ -150,7 +151,7 @@ void Discard(const std::string& sibling) {
 WriteResult WriteWholeFile(const std::string& path, std::string_view bytes) {
     Sibling sibling;
     if (WriteResult result = CreateSibling(path, sibling); !result.ok) return result;
-    Descriptor folder;
+    util::Descriptor folder;
     WriteResult result = OpenFolder(FolderOf(sibling.target), folder);
     // After a failed sync the system may have dropped what it could not write: never tried again.
     if (result.ok &&
@@ -178,7 +179,7 @@ public:
 
 private:
     std::string path_;
-    Descriptor descriptor_;
+    util::Descriptor descriptor_;
 };
 
 WriteBatch::WriteBatch() = default;
@@ -218,7 +219,8 @@ WriteResult WriteBatch::SyncStaged() const {
         return Done();
     }
     for (const Staged& staged : staged_) {  // some folder can't be opened: each file for itself
-        const Descriptor file(::open(staged.sibling.c_str(), O_WRONLY | O_NOFOLLOW | O_CLOEXEC));
+        const util::Descriptor file(
+            ::open(staged.sibling.c_str(), O_WRONLY | O_NOFOLLOW | O_CLOEXEC));
         if (!file.Ok() || !Sync(file.Get())) return Failure(errno);
     }
     return Done();

@@ -1,4 +1,5 @@
 #include "platform/window_lock.h"
+#include "util/descriptor.h"
 
 #include <fcntl.h>
 #include <sys/random.h>
@@ -6,8 +7,6 @@
 
 #include <cerrno>
 #include <utility>
-
-#include "platform/descriptor.h"
 
 namespace ostrova::platform {
 namespace {
@@ -35,7 +34,7 @@ bool Lock(int fd, off_t byte) {
 /// Asks without taking.
 bool IsLocked(const std::string& runtimeFolder, off_t byte) {
     if (runtimeFolder.empty()) return false;
-    const Descriptor file(
+    const util::Descriptor file(
         ::open((runtimeFolder + FileName).c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     struct flock lock = LockOf(F_WRLCK, byte);
     return file.Ok() && ::fcntl(file.Get(), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
@@ -52,12 +51,12 @@ std::int32_t RandomNumber() {
 
 class FileWindowLock final : public WindowLock {
 public:
-    FileWindowLock(Descriptor file, std::int32_t number)
+    FileWindowLock(util::Descriptor file, std::int32_t number)
         : file_(std::move(file)), number_(number) {}
     [[nodiscard]] std::int32_t Number() const override { return number_; }
 
 private:
-    Descriptor file_;
+    util::Descriptor file_;
     std::int32_t number_;
 };
 
@@ -70,16 +69,16 @@ LockResult Unavailable(std::string detail) {
 LockResult TakeWindowLock(const std::string& runtimeFolder) {
     if (runtimeFolder.empty()) return Unavailable("There is no runtime folder");
     constexpr int flags = O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
-    Descriptor file(::open((runtimeFolder + FileName).c_str(), flags, 0600));
+    util::Descriptor file(::open((runtimeFolder + FileName).c_str(), flags, 0600));
     struct stat info {};
-    if (!file.Ok() || ::fstat(file.Get(), &info) != 0) return Unavailable(SystemText(errno));
+    if (!file.Ok() || ::fstat(file.Get(), &info) != 0) return Unavailable(util::SystemText(errno));
     if (!S_ISREG(info.st_mode)) return Unavailable("Not a regular file");
     if (!Lock(file.Get(), InstanceByte)) {
-        if (errno != EAGAIN && errno != EACCES) return Unavailable(SystemText(errno));
+        if (errno != EAGAIN && errno != EACCES) return Unavailable(util::SystemText(errno));
         return {.status = LockStatus::HeldByAnother, .lock = nullptr, .detail = {}};
     }
     const std::int32_t number = RandomNumber();
-    if (!Lock(file.Get(), number)) return Unavailable(SystemText(errno));
+    if (!Lock(file.Get(), number)) return Unavailable(util::SystemText(errno));
     return {.status = LockStatus::Taken,
             .lock = std::make_unique<FileWindowLock>(std::move(file), number),
             .detail = {}};

@@ -1,7 +1,6 @@
 #include "playlists/archive_fetch.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <optional>
 #include <utility>
 
@@ -11,7 +10,6 @@
 #include "playlists/page_parser.h"
 #include "util/files.h"
 #include "util/format.h"
-#include "util/text.h"
 
 namespace ostrova::playlists {
 namespace {
@@ -27,10 +25,6 @@ constexpr std::size_t BatchPages = 128;
 constexpr std::int64_t BatchMilliseconds = 1000;
 
 constexpr std::chrono::milliseconds Patience(100);  // between two reports of progress
-
-bool IsWebAddress(std::string_view address) {
-    return util::HasMarkerAt(address, 0, "http://") || util::HasMarkerAt(address, 0, "https://");
-}
 
 /// One run of `FetchArchive`.
 class Run {
@@ -90,7 +84,7 @@ private:
                 continue;
             }
             const EpochSeconds showTime = ShowTimeOf(pages_[next_]);
-            const int year = pages_[next_].date / 10000;
+            const int year = YearOf(pages_[next_].date);
             if (year >= FirstIndexedYear && year != indexYear_) {
                 indexYear_ = year;
                 awaitingIndex_ = true;
@@ -103,9 +97,10 @@ private:
     }
 
     void AskForShow(std::size_t page, EpochSeconds showTime) {
-        PageAddress found = ComputePageAddress(source_, WantCachePath::No, showTime, true);
+        PageAddress found =
+            ComputePageAddress(source_, WantCachePath::No, showTime, /*allowAutodial=*/true);
         const bool needsIndex = pages_[page].slot == ShowSlot::ShowSaturdayMorning &&
-                                pages_[page].date / 10000 >= FirstIndexedYear;
+                                YearOf(pages_[page].date) >= FirstIndexedYear;
         if (needsIndex && !found.fromIndex) {
             // The address that does without an index is the night's: the wrong show would be kept
             // for ever.
@@ -118,7 +113,7 @@ private:
     }
 
     void Ask(std::size_t page, std::string address) {
-        if (IsWebAddress(address)) {
+        if (platform::IsWebAddress(address)) {
             workers_.Add({page, std::move(address)});
         } else {
             Settle(page, {ArchiveStatus::Failed, "the year index gives no web address for it"});
@@ -151,7 +146,7 @@ private:
                 "the server asks to be left alone for " + feedback::FormatDuration(pause));
             return;
         }
-        Commit();  // what was had waits for no server
+        Commit();  // what has arrived need not wait for the server
         const std::int64_t due = source_.clock->SteadyMilliseconds() + std::int64_t{1000} * seconds;
         while (!end_ && source_.clock->SteadyMilliseconds() < due) {
             source_.clock->Sleep(Patience);
@@ -167,8 +162,12 @@ private:
         const EpochSeconds showTime = ShowTimeOf(pages_[answer.task.id - pages_.size()]);
         const std::string path = CachePath(*source_.dataFolder, YearIndexCacheName(showTime));
         if (!answer.result.Ok()) {
-            if (answer.result.contentBegan) std::remove(path.c_str());
-            CountFailure(answer.Missing(), FailureReason(answer.result));
+            if (answer.result.contentBegan) util::RemoveFile(path);
+            if (answer.result.IsMissingPage()) {
+                failuresInARow_ = 0;
+            } else {
+                CountFailure(FailureReason(answer.result));
+            }
             return;
         }
         failuresInARow_ = 0;
@@ -179,12 +178,12 @@ private:
     void TakePage(const FetchAnswer& answer) {
         ++progress_.asked;
         const std::size_t page = answer.task.id;
-        if (answer.Missing()) {
+        if (answer.result.IsMissingPage()) {
             Settle(page, {ArchiveStatus::Missing, {}});
-            CountFailure(/*harmless=*/true, {});
+            failuresInARow_ = 0;
         } else if (!answer.result.Ok()) {
             Settle(page, {ArchiveStatus::Failed, FailureReason(answer.result)});
-            CountFailure(/*harmless=*/false, FailureReason(answer.result));
+            CountFailure(FailureReason(answer.result));
         } else if (!HoldsSongs(page, answer.body)) {
             Settle(page, {ArchiveStatus::Failed, "the page holds no song"});
             CountSongless();
@@ -251,9 +250,8 @@ private:
         }
     }
 
-    void CountFailure(bool harmless, const std::string& reason) {
-        failuresInARow_ = harmless ? 0 : failuresInARow_ + 1;
-        if (failuresInARow_ == MostFailuresInARow) {
+    void CountFailure(const std::string& reason) {
+        if (++failuresInARow_ == MostFailuresInARow) {
             End(ArchiveEnd::GivenUp,
                 util::Format("%d failures in a row, at last: %s", failuresInARow_, reason));
         }

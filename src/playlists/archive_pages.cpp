@@ -4,7 +4,6 @@
 #include <chrono>
 #include <filesystem>
 #include <system_error>
-#include <tuple>
 #include <utility>
 
 #include "playlists/page_cache.h"
@@ -23,23 +22,16 @@ constexpr std::size_t DateLength = 8;
 constexpr std::string_view NightEnding = ".htm";
 constexpr std::string_view MorningEnding = "am.htm";
 
+year_month_day CalendarDate(DateNumber date) {
+    return std::chrono::year(YearOf(date)) /
+           std::chrono::month(static_cast<unsigned>(MonthOf(date))) /
+           std::chrono::day(static_cast<unsigned>(DayOf(date)));
+}
+
 DateNumber NumberOf(const year_month_day& date) {
-    return static_cast<int>(date.year()) * 10000 +
-           static_cast<int>(static_cast<unsigned>(date.month())) * 100 +
-           static_cast<int>(static_cast<unsigned>(date.day()));
-}
-
-year_month_day DateOf(DateNumber number) {
-    return std::chrono::year(number / 10000) /
-           std::chrono::month(static_cast<unsigned>(number / 100 % 100)) /
-           std::chrono::day(static_cast<unsigned>(number % 100));
-}
-
-sys_days DayOf(EpochSeconds moment) {
-    const std::tm local = util::LocalTime(moment);
-    return std::chrono::year(local.tm_year + TmYearBase) /
-           std::chrono::month(static_cast<unsigned>(local.tm_mon + 1)) /
-           std::chrono::day(static_cast<unsigned>(local.tm_mday));
+    return MakeDate(static_cast<int>(date.year()),
+                    static_cast<int>(static_cast<unsigned>(date.month())),
+                    static_cast<int>(static_cast<unsigned>(date.day())));
 }
 
 ArchivePage MakePage(sys_days day, ShowSlot slot) {
@@ -59,10 +51,6 @@ std::optional<ShowSlot> SlotOf(weekday day, std::string_view ending) {
 
 }  // namespace
 
-bool operator<(const ArchivePage& a, const ArchivePage& b) {
-    return std::tie(a.date, a.slot) < std::tie(b.date, b.slot);
-}
-
 std::optional<ArchivePage> ArchivePageOf(std::string_view cacheName) {
     if (cacheName.size() < DateLength) return std::nullopt;
     DateNumber number = 0;
@@ -70,7 +58,7 @@ std::optional<ArchivePage> ArchivePageOf(std::string_view cacheName) {
         if (!util::IsAsciiDigit(c)) return std::nullopt;
         number = number * 10 + (c - '0');
     }
-    const year_month_day date = DateOf(number);
+    const year_month_day date = CalendarDate(number);
     if (!date.ok() || number < DateRange{}.first) return std::nullopt;
     const auto slot = SlotOf(weekday(sys_days(date)), cacheName.substr(DateLength));
     if (!slot) return std::nullopt;
@@ -78,11 +66,8 @@ std::optional<ArchivePage> ArchivePageOf(std::string_view cacheName) {
 }
 
 EpochSeconds ShowTimeOf(const ArchivePage& page) {
-    const year_month_day date = DateOf(page.date);
-    const Weekend weekend = WeekendOfDate(static_cast<int>(date.year()),
-                                          static_cast<int>(static_cast<unsigned>(date.month())),
-                                          static_cast<int>(static_cast<unsigned>(date.day())));
-    return weekend.ShowTime(page.slot);
+    const DateNumber date = page.date;
+    return WeekendOfDate(YearOf(date), MonthOf(date), DayOf(date)).ShowTime(page.slot);
 }
 
 std::vector<ArchivePage> CalendarPages(const DateRange& range, EpochSeconds now) {
@@ -94,7 +79,7 @@ std::vector<ArchivePage> CalendarPages(const DateRange& range, EpochSeconds now)
             pages.push_back(std::move(page));
         }
     };
-    const sys_days newest = DayOf(CurrentWeekend(now).weekend.anchor);
+    const sys_days newest = CalendarDate(DateOf(CurrentWeekend(now).weekend.anchor));
     // Counted in dates, not in seconds: a zone that moved for good would shift seconds off Friday.
     sys_days friday =
         std::chrono::year(FirstArchiveYear) / std::chrono::January / std::chrono::Friday[1];
@@ -110,7 +95,7 @@ std::vector<ArchivePage> CalendarPages(const DateRange& range, EpochSeconds now)
 CachedPagesResult CachedPages(const std::string& dataFolder, const DateRange& range) {
     CachedPagesResult result;
     std::error_code error;
-    std::filesystem::directory_iterator entry(util::JoinPath(dataFolder, "Cache"), error);
+    std::filesystem::directory_iterator entry(CacheFolder(dataFolder), error);
     while (!error && entry != std::filesystem::directory_iterator()) {
         const auto page = ArchivePageOf(util::FileNamePart(entry->path().native()));
         if (page && range.Contains(page->date)) result.pages.push_back(*page);

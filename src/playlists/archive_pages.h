@@ -3,40 +3,36 @@
 // The archive as a whole: which pages there ought to be by the calendar, and which of them lie in
 // the cache.
 
+#include <compare>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "playlists/calendar.h"
+#include "playlists/date_number.h"
 
 namespace ostrova::playlists {
-
-/// A local date as a number that reads like one: 20060304. Dates compare as such numbers do.
-using DateNumber = int;
 
 /// The first year of the programme's playlists.
 inline constexpr int FirstArchiveYear = 1998;
 
 /// Dates from `first` to `last`, both included.
 struct DateRange {
-    DateNumber first = FirstArchiveYear * 10000 + 101;
-    DateNumber last = 99991231;
+    DateNumber first = MakeDate(FirstArchiveYear, 1, 1);
+    DateNumber last = MakeDate(9999, 12, 31);
 
     [[nodiscard]] bool Contains(DateNumber date) const { return first <= date && date <= last; }
 };
 
-/// One show's page.
+/// One show's page. They order by time: a morning's page before that of its night.
 struct ArchivePage {
     DateNumber date = 0;
     ShowSlot slot = ShowSlot::ShowFriday;
     std::string cacheName;
 
-    bool operator==(const ArchivePage&) const = default;
+    auto operator<=>(const ArchivePage&) const = default;  // NOLINT(modernize-use-nullptr)
 };
-
-/// Chronological order: a morning's page before that of its night.
-[[nodiscard]] bool operator<(const ArchivePage& a, const ArchivePage& b);
 
 /// The page that a cache file's name stands for; nothing for a name that the calendar does not
 /// give, such as a Tuesday's, a year index's or a leftover's.

@@ -1,6 +1,7 @@
 #include "playlists/archive_search.h"
 
 #include "playlists/mark_matches.h"
+#include "playlists/page_cache.h"
 #include "playlists/page_parser.h"
 #include "util/files.h"
 #include "util/path.h"
@@ -9,7 +10,7 @@ namespace ostrova::playlists {
 
 void SearchArchive(const std::string& dataFolder, std::span<const ArchivePage> pages,
                    const matching::SearchIndex& index, const ArchiveSearchEvents& events) {
-    const std::string folder = util::JoinPath(dataFolder, "Cache");
+    const std::string folder = CacheFolder(dataFolder);
     util::FileContent content;  // used again and again, like the playlist: no page allocates anew
     Playlist songs;
     for (const ArchivePage& page : pages) {

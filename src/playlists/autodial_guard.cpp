@@ -1,4 +1,4 @@
-#include "playlists/transfer.h"
+#include "playlists/autodial_guard.h"
 
 namespace ostrova::playlists {
 namespace {

@@ -7,7 +7,6 @@ namespace {
 
 constexpr int Noon = 12;
 constexpr int MorningEnds = 9;
-constexpr int ReleaseHour = 13;
 constexpr EpochSeconds SaturdayMorningOffset = SecondsPerDay - 6 * SecondsPerHour;
 constexpr EpochSeconds SaturdayNightOffset = SecondsPerDay;
 
@@ -60,7 +59,7 @@ CurrentWeekendResult CurrentWeekend(EpochSeconds now) {
     EpochSeconds saturday = now;
     if (local.tm_wday < Friday || (local.tm_wday == Friday && local.tm_hour < ReleaseHour)) {
         saturday -= EpochSeconds{local.tm_wday + 1} * SecondsPerDay;
-        result.weekendOver = local.tm_wday != Sunday || local.tm_hour >= Noon;
+        result.weekendOver = local.tm_wday != Sunday || local.tm_hour >= EndHour;
     } else if (local.tm_wday == Friday) {
         saturday += SecondsPerDay;
     }

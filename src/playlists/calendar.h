@@ -23,6 +23,10 @@ inline constexpr int Sunday = 0;
 inline constexpr int Friday = 5;
 inline constexpr int Saturday = 6;
 
+/// The hour of Friday at which a weekend becomes current, and of Sunday at which it is over.
+inline constexpr int ReleaseHour = 13;
+inline constexpr int EndHour = 12;
+
 enum class ShowSlot { ShowFriday, ShowSaturdayMorning, ShowSaturdayNight };
 
 inline constexpr std::array<ShowSlot, 3> AllShows = {
@@ -57,8 +61,8 @@ struct CurrentWeekendResult {
     bool weekendOver = false;
 };
 
-/// The weekend that is current at `now`: from Friday 13:00 on the coming one; over from Sunday
-/// 12:00.
+/// The weekend that is current at `now`: from Friday's `ReleaseHour` on the coming one; over
+/// from Sunday's `EndHour`.
 [[nodiscard]] CurrentWeekendResult CurrentWeekend(EpochSeconds now);
 
 /// Seconds from `now` to the next `weekday` at `hour`, at the present minute past it: the present

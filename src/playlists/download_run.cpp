@@ -1,8 +1,9 @@
 #include "playlists/download_run.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <utility>
+
+#include "util/files.h"
 
 namespace ostrova::playlists {
 
@@ -28,7 +29,7 @@ std::optional<PageStatus> LoadShow(const PageSource& source, Playlist& playlist,
     // A page that could not be read is not a page without songs: nothing is known about it, and it
     // stays. One without songs goes, so that it is fetched again; it counts as had all the same.
     const PageStatus status = ParsePlaylistPage(playlist, page.cachePath, *source.tools.messages);
-    if (status == PageStatus::NoSongs) std::remove(page.cachePath.c_str());
+    if (status == PageStatus::NoSongs) util::RemoveFile(page.cachePath);
     return status;
 }
 
@@ -50,21 +51,23 @@ RunResult WeekendRun(const PageSource& source, WeekendState& state, WeekendAncho
     }
     if (!result.had) {
         state.guest.shown = {};  // that of another weekend would stand above these shows
-    } else if (!LoadGuestInfo(source, state.guest, anchor, isLatest, /*cacheOnly=*/true)) {
-        LoadGuestInfo(source, state.guest, anchor, isLatest, /*cacheOnly=*/false);
+    } else {
+        FindGuest(source, state.guest, anchor, isLatest);
     }
     return result;
 }
 
 StartupResult StartupLoad(const PageSource& source, WeekendState& state, bool weekendOver) {
     StartupResult result;
-    result.run = WeekendRun(source, state, state.displayedWeekend.anchor, true, true);
+    result.run = WeekendRun(source, state, state.displayedWeekend.anchor,
+                            /*allowAutodial=*/true, /*isLatest=*/true);
     result.found = result.run.had;
     if (!result.found && !weekendOver) {
         state.displayedWeekend = WeekendAt(state.displayedWeekend.anchor - SecondsPerWeek);
         result.steppedBack = true;
         result.skipped = std::exchange(result.run, {});
-        result.run = WeekendRun(source, state, state.displayedWeekend.anchor, false, true);
+        result.run = WeekendRun(source, state, state.displayedWeekend.anchor,
+                                /*allowAutodial=*/false, /*isLatest=*/true);
         result.found = result.run.had;
     }
     if (!result.found) {

@@ -1,7 +1,7 @@
 #pragma once
 
 // A few threads that fetch pages side by side, each over a connection of its own. They decide
-// nothing: what an answer means, and whether to go on, is the matter of the thread that owns them.
+// nothing: what an answer means, and whether to go on, is for the owning thread to decide.
 
 #include <atomic>
 #include <chrono>
@@ -34,13 +34,8 @@ struct FetchAnswer {
     TransferResult result;
     std::string body;  // the page after a success, else empty
 
-    /// The server is well, and has no such page.
-    [[nodiscard]] bool Missing() const {
-        return result.httpStatus == 404 || result.httpStatus == 410;
-    }
-
     /// Neither a page nor a plain "no such page".
-    [[nodiscard]] bool IsTrouble() const { return !result.Ok() && !Missing(); }
+    [[nodiscard]] bool IsTrouble() const { return !result.Ok() && !result.IsMissingPage(); }
 };
 
 /// Owned and called by one thread. An answer that is trouble stops the taking of further tasks

@@ -1,18 +1,15 @@
+#include "playlists/file_copy.h"
+
+#include "platform/http.h"
 #include "platform/whole_file.h"
-#include "playlists/transfer.h"
 #include "util/code_page.h"
 #include "util/files.h"
 
 namespace ostrova::playlists {
-namespace {
-
-constexpr std::size_t LargestCopy = 8 * 1024 * 1024;
-
-}  // namespace
 
 bool FileCopy(feedback::Messages& messages, const std::string& destination,
               const std::string& source, ReportErrors reportErrors) {
-    const util::FileContent content = util::ReadFile(source, LargestCopy);
+    const util::FileContent content = util::ReadFile(source, platform::LargestBody);
     if (!content.Ok()) {
         if (reportErrors == ReportErrors::Yes) {
             messages.ShowError("FileCopy() failed: Couldn't open file to copy from:\n%s",

@@ -1,6 +1,5 @@
 #include "playlists/guest.h"
 
-#include <cstdio>
 #include <optional>
 
 #include "playlists/calendar.h"
@@ -33,7 +32,7 @@ std::optional<GuestInfo> FetchAndRead(const PageSource& source, GuestReader read
     util::FileContent page = util::ReadFile(path, PageLimit);
     if (!page.Ok()) {
         source.tools.messages->ShowError("Couldn't open '%s' for reading.", util::PathAsText(path));
-        if (page.status == util::ReadStatus::CannotOpen) std::remove(path.c_str());
+        if (page.status == util::ReadStatus::CannotOpen) util::RemoveFile(path);
         return std::nullopt;
     }
     util::ToTextMode(page.bytes);
@@ -47,8 +46,6 @@ void AddTo(GuestInfo& guest, const GuestInfo& current) {
     guest.bothNights |= current.bothNights;
 }
 
-}  // namespace
-
 std::string GuestYearAddress(const std::string& siteHost, int year) {
     const std::string_view path = year >= FirstNewLayoutYear  ? "%s/vantra/guest/?year=%d.htm"
                                   : year < FirstOwnFolderYear ? "%s/vantra/guest/archive/%d.htm"
@@ -56,6 +53,7 @@ std::string GuestYearAddress(const std::string& siteHost, int year) {
     return util::Format(path, siteHost, year);
 }
 
+/// Finds the guest of a weekend: from the cache only, or with fetching. True when a text was found.
 bool LoadGuestInfo(const PageSource& source, GuestState& guest, WeekendAnchor anchor, bool isLatest,
                    bool cacheOnly) {
     guest.shown = {};
@@ -87,6 +85,14 @@ bool LoadGuestInfo(const PageSource& source, GuestState& guest, WeekendAnchor an
         if (!util::IsBlank(guest.shown.text)) guest.latest = guest.shown;
     }
     return !util::IsBlank(guest.shown.text);
+}
+
+}  // namespace
+
+void FindGuest(const PageSource& source, GuestState& guest, WeekendAnchor anchor, bool isLatest) {
+    if (!LoadGuestInfo(source, guest, anchor, isLatest, /*cacheOnly=*/true)) {
+        LoadGuestInfo(source, guest, anchor, isLatest, /*cacheOnly=*/false);
+    }
 }
 
 }  // namespace ostrova::playlists

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "playlists/guest_reader.h"
 #include "playlists/page_address.h"
 
@@ -15,12 +13,8 @@ struct GuestState {
     bool pageHad = false;  // the last look-up had a page to look into
 };
 
-/// Address of the yearly guest page of `year`.
-[[nodiscard]] std::string GuestYearAddress(const std::string& siteHost, int year);
-
-/// Finds the guest of a weekend: from the cache only, or with fetching. True when a text was found.
-/// The current guest page is kept as "guestDefault.htm" in the current folder.
-bool LoadGuestInfo(const PageSource& source, GuestState& guest, WeekendAnchor anchor, bool isLatest,
-                   bool cacheOnly);
+/// Finds the guest of a weekend: in what is cached, else in what can be fetched. The current guest
+/// page is kept as "guestDefault.htm" in the current folder.
+void FindGuest(const PageSource& source, GuestState& guest, WeekendAnchor anchor, bool isLatest);
 
 }  // namespace ostrova::playlists

@@ -5,8 +5,12 @@
 
 namespace ostrova::playlists {
 
+std::string CacheFolder(std::string_view dataFolder) {
+    return util::JoinPath(dataFolder, "Cache");
+}
+
 std::string CachePath(std::string_view dataFolder, std::string_view fileName) {
-    const std::string folder = util::JoinPath(dataFolder, "Cache");
+    const std::string folder = CacheFolder(dataFolder);
     // A folder that can't be made shows when the page is written.
     if (!util::FolderExists(folder)) static_cast<void>(util::MakeFolder(folder));
     return util::JoinPath(folder, fileName);

@@ -9,7 +9,10 @@
 
 namespace ostrova::playlists {
 
-/// Path of a page in the cache of `dataFolder`; makes the folder "Cache" when it is missing (one
+/// The folder of the cache in `dataFolder`; makes nothing.
+[[nodiscard]] std::string CacheFolder(std::string_view dataFolder);
+
+/// Path of a page in the cache of `dataFolder`; makes the cache's folder when it is missing (one
 /// level; a failure shows when the page is written).
 [[nodiscard]] std::string CachePath(std::string_view dataFolder, std::string_view fileName);
 

@@ -8,13 +8,14 @@
 #include <string_view>
 
 #include "feedback/messages.h"
+#include "platform/http.h"
 #include "playlists/song.h"
 #include "util/files.h"
 
 namespace ostrova::playlists {
 
-/// Most bytes of a page that are read; what the transfer would download.
-inline constexpr std::size_t PageLimit = 8 * 1024 * 1024;
+/// Most bytes of a page that are read.
+inline constexpr std::size_t PageLimit = platform::LargestBody;
 
 /// How many characters of a field separator stand at `position`: 2 for the first two of " - " (any
 /// white space around), 1 for a tab and, on the pages of 19990730 and 19990731, for a bare hyphen;

@@ -1,6 +1,6 @@
-#include <algorithm>
+#include "playlists/post_form.h"
 
-#include "playlists/transfer.h"
+#include <algorithm>
 
 namespace ostrova::playlists {
 namespace {

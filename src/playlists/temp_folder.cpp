@@ -1,5 +1,6 @@
+#include "playlists/temp_folder.h"
+
 #include "platform/user_folders.h"
-#include "playlists/transfer.h"
 #include "util/path.h"
 
 namespace ostrova::playlists {

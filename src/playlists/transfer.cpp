@@ -1,11 +1,10 @@
 #include "playlists/transfer.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <limits>
 
 #include "platform/whole_file.h"
+#include "playlists/autodial_guard.h"
+#include "playlists/file_copy.h"
 #include "util/code_page.h"
 #include "util/files.h"
 #include "util/text.h"
@@ -31,9 +30,10 @@ const char* FailedStep(const HttpResponse& response, bool hasBody) {
             return "InternetOpenUrl";
         case HttpStage::Status:
             return "HttpQueryInfo";
-        default:
-            return hasBody ? "InternetReadFile" : "InternetQueryDataAvailable";
+        case HttpStage::Read:
+            break;
     }
+    return hasBody ? "InternetReadFile" : "InternetQueryDataAvailable";
 }
 
 TransferStatus StatusOf(const HttpResponse& response) {
@@ -166,12 +166,6 @@ private:
     bool isCancelled_ = false;    // by the user
 };
 
-/// Removes a file, and nothing that is none.
-void RemoveFile(const std::string& path) {
-    struct stat info {};
-    if (::stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode)) ::unlink(path.c_str());
-}
-
 TransferResult CopyLocal(const TransferTools& tools, const Download& download) {
     TransferResult result;
     result.wasLocal = true;
@@ -197,9 +191,12 @@ std::string FailureReason(const TransferResult& failed) {
             return "the page is too large";
         case TransferStatus::CannotWrite:
             return "the page could not be written: " + failed.writeError;
-        default:
-            return "the page did not arrive whole";
+        case TransferStatus::Done:
+        case TransferStatus::BadAnswer:
+        case TransferStatus::Cancelled:
+            break;
     }
+    return "the page did not arrive whole";
 }
 
 TransferResult DownloadBytes(const TransferTools& tools, const Download& download,
@@ -208,6 +205,7 @@ TransferResult DownloadBytes(const TransferTools& tools, const Download& downloa
 }
 
 TransferResult DownloadToFile(const TransferTools& tools, const Download& download) {
+    // In lower case only: what is written in another way may be a path.
     const bool isWeb = download.url.starts_with("http://") || download.url.starts_with("https://");
     if (download.mayBeLocal && !isWeb && util::PathExists(download.url)) {
         return CopyLocal(tools, download);
@@ -217,7 +215,7 @@ TransferResult DownloadToFile(const TransferTools& tools, const Download& downlo
     if (!result.Ok()) {
         // What fails half-way takes the old file with it. A server that could not be reached, or
         // had no such page, says nothing about the page that is there.
-        if (result.contentBegan) RemoveFile(download.localPath);
+        if (result.contentBegan) util::RemoveFile(download.localPath);
         return result;
     }
     const platform::WriteResult written = platform::WriteWholeFile(download.localPath, bytes);

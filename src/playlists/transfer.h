@@ -1,18 +1,14 @@
 #pragma once
 
-// Fetching: everything that comes from the network comes through here. Every operation says by its
+// Fetching: every page and file from the network comes through here. Every operation says by its
 // result whether it worked; whether it also tells the user is the caller's choice. An error text
 // begins with the caller's message, then a blank line, then the detail.
 
 #include <atomic>
-#include <cstddef>
-#include <cstdint>
 #include <string>
-#include <string_view>
 
 #include "feedback/messages.h"
 #include "feedback/progress.h"
-#include "platform/clock.h"
 #include "platform/http.h"
 #include "platform/settings_store.h"
 
@@ -35,10 +31,7 @@ struct TransferTools {
     const std::atomic<bool>* cancel = nullptr;
 };
 
-/// Where the Internet settings hold "EnableAutodial".
-inline constexpr std::string_view InternetSection = "Internet Settings";
-
-/// How one transfer ended. A file stands at the wanted place only after `Done`.
+/// What became of a transfer. A file stands at the wanted place only after `Done`.
 enum class TransferStatus {
     Done,
     NoConnection,
@@ -49,6 +42,7 @@ enum class TransferStatus {
     Cancelled
 };
 
+/// How one transfer ended.
 struct TransferResult {
     TransferStatus status = TransferStatus::NoConnection;
     int httpStatus = 0;           // 0 when no answer arrived
@@ -59,6 +53,8 @@ struct TransferResult {
     std::string writeError;       // the system's words after CannotWrite
 
     [[nodiscard]] bool Ok() const { return status == TransferStatus::Done; }
+    /// The server is well, and has no such page.
+    [[nodiscard]] bool IsMissingPage() const { return httpStatus == 404 || httpStatus == 410; }
 };
 
 /// Why a transfer failed, in half a sentence for a user: "the server answered 503".
@@ -87,18 +83,6 @@ TransferResult DownloadBytes(const TransferTools& tools, const Download& downloa
 /// local) is copied, and a failure of that is always told.
 TransferResult DownloadToFile(const TransferTools& tools, const Download& download);
 
-/// The outcome of a posted form.
-struct PostResult {
-    bool ok = false;
-    std::string reply;  // at most the size asked for
-};
-
-/// Posts `body` as a form to port 80 of the address's host (a port written in the address is part
-/// of the host's name, and fails there). An address without "://" is an internal error.
-PostResult PostForm(const TransferTools& tools, std::size_t replySize, const std::string& url,
-                    const std::string& body, const std::string& agent, const std::string& message,
-                    ReportErrors reportErrors);
-
 /// What `FetchPage` may do. The defaults are a background check's.
 struct FetchOptions {
     bool allowAutodial = false;
@@ -112,32 +96,5 @@ struct FetchOptions {
 /// when none was made).
 bool FetchPage(const TransferTools& tools, const std::string& localPath, const std::string& url,
                const FetchOptions& options, TransferResult* last = nullptr);
-
-/// Copies a regular file of at most 8 MB, whole or not at all.
-bool FileCopy(feedback::Messages& messages, const std::string& destination,
-              const std::string& source, ReportErrors reportErrors);
-
-/// A folder of the user's own for temporary files; empty when none can be had.
-[[nodiscard]] std::string TempFolder();
-
-/// `fileName` in that folder, normalised; empty, which no file can be called, when there is none.
-[[nodiscard]] std::string TempFilePath(const std::string& fileName);
-
-/// Keeps the system from dialling while it lives, when `disable` is set: switches "EnableAutodial"
-/// of the Internet settings off, and writes back what it found. Without that value, or without a
-/// store, it does nothing.
-class AutodialGuard {
-public:
-    AutodialGuard(platform::SettingsStore* internetSettings, bool disable);
-    ~AutodialGuard();
-    AutodialGuard(const AutodialGuard&) = delete;
-    AutodialGuard& operator=(const AutodialGuard&) = delete;
-
-private:
-    void Write(std::int32_t value) const;
-
-    platform::SettingsStore* store_;
-    std::int32_t saved_ = 0;
-};
 
 }  // namespace ostrova::playlists

@@ -2,6 +2,9 @@
 
 #include <system_error>
 
+#include "playlists/post_form.h"
+#include "playlists/temp_folder.h"
+
 namespace ostrova::playlists {
 
 class TransferJob::Notes final : public feedback::MessagePresenter {

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "playlists/autodial_guard.h"
 #include "playlists/transfer.h"
 
 namespace ostrova::playlists {

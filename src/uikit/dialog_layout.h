@@ -42,7 +42,6 @@ public:
     void Relayout();
 
     [[nodiscard]] QSize MinTrackSize() const { return minTrackSize_; }
-    [[nodiscard]] QSize MaxTrackSize() const { return maxTrackSize_; }
 
     /// Gives the dialog its least and its largest size.
     void FillMinMaxInfo();

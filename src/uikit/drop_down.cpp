@@ -45,8 +45,8 @@ DropDown::DropDown(QWidget* parent) : QComboBox(parent) {
     setFocusPolicy(Qt::StrongFocus);
 }
 
-/// Its width is the template's: to measure every text would only take time. So would a policy that
-/// has them left out, for it makes the list, which opens on few pages, at once.
+/// Its width comes from the template, so measuring every text would be wasted. The size policy that
+/// skips the measuring is no help: it creates the list at once, and few boxes are ever opened.
 QSize DropDown::sizeHint() const {
     return minimumSizeHint();
 }
@@ -58,8 +58,7 @@ void DropDown::TakeTemplateHeight() {
     resize(width(), closed);
 }
 
-/// The list is made by now at the latest. Another style would make it at once, and with the page
-/// that is to come to the front.
+/// The style is set only now: setting it creates the list, which would then be made with the page.
 void DropDown::showPopup() {
     if (style() != SharedListStyle()) setStyle(SharedListStyle());
     // A click makes the list before it opens it, in the style of a menu, which has no scroll bar.

@@ -11,6 +11,7 @@
 #include "uikit/dialog_builder.h"
 #include "uikit/hand_cursor.h"
 #include "uikit/plain_text.h"
+#include "uikit/qt_colour.h"
 
 namespace ostrova::uikit {
 

@@ -146,8 +146,9 @@ void ListHeader::paintSection(QPainter* painter, const QRect& rect, int section)
     }
 }
 
-/// A wide section is drawn narrow, and its middle repeated. Styles draw light along a section's
-/// edge with a translucent pen, and of such a line Qt has threads paint each hundred points.
+/// A wide section is drawn narrow, and its middle repeated. Styles draw an edge's light with a
+/// translucent pen. Qt hands any such line longer than about a hundred pixels to a pool of threads,
+/// which takes longer than the drawing.
 void ListHeader::PaintGround(QPainter& painter, QStyleOptionHeader& option) const {
     constexpr int Narrow = 40;
     constexpr int Side = 8;

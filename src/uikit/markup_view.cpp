@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "uikit/qt_colour.h"
 #include "uikit/text.h"
 
 namespace ostrova::uikit {

@@ -10,7 +10,6 @@
 #include <QMouseEvent>
 #include <QToolTip>
 #include <algorithm>
-#include <array>
 #include <utility>
 
 #include "uikit/cell_choice.h"

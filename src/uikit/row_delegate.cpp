@@ -9,8 +9,8 @@
 #include <numbers>
 
 #include "uikit/cell_text.h"
-#include "uikit/colour.h"
 #include "uikit/new_list_ctrl.h"
+#include "uikit/qt_colour.h"
 
 namespace ostrova::uikit {
 namespace {

@@ -6,7 +6,6 @@
 #include <QScrollBar>
 #include <QTimerEvent>
 #include <algorithm>
-#include <utility>
 
 #include "uikit/cell_text.h"
 #include "uikit/new_list_ctrl.h"

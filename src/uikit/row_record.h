@@ -9,11 +9,6 @@
 
 namespace ostrova::uikit {
 
-/// Red, green and blue from 0 to 255.
-constexpr Colour Rgb(unsigned red, unsigned green, unsigned blue) {
-    return red | green << 8U | blue << 16U;
-}
-
 /// Values of RowRecord::flags: they serve as the click kind of cells whose column has none.
 inline constexpr std::uint8_t ReadOnlyRow = 16;
 inline constexpr std::uint8_t TextRow = 80;

@@ -5,34 +5,14 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <system_error>
 
+#include "util/descriptor.h"
 #include "util/text.h"
 
 namespace ostrova::util {
 namespace {
-
-/// Closes a descriptor that was only read from: nothing can be lost by it.
-class ReadDescriptor {
-public:
-    explicit ReadDescriptor(int fd) : fd_(fd) {}
-    ~ReadDescriptor() {
-        if (fd_ >= 0) ::close(fd_);
-    }
-    ReadDescriptor(const ReadDescriptor&) = delete;
-    ReadDescriptor& operator=(const ReadDescriptor&) = delete;
-
-    [[nodiscard]] int Get() const { return fd_; }
-
-private:
-    int fd_;
-};
-
-std::string ErrorText(int error) {
-    return std::system_category().message(error);
-}
 
 ReadStatus StatusOfOpen(int error) {
     switch (error) {
@@ -61,7 +41,7 @@ void ReadAll(int fd, std::size_t expected, std::size_t limit, FileContent& conte
         const ssize_t count =
             ::read(fd, content.bytes.data() + total, content.bytes.size() - total);
         if (count < 0 && errno == EINTR) continue;
-        if (count < 0) return Fail(content, ReadStatus::Failed, ErrorText(errno));
+        if (count < 0) return Fail(content, ReadStatus::Failed, SystemText(errno));
         total += static_cast<std::size_t>(count);
         if (count == 0) break;
         if (total > limit) return Fail(content, ReadStatus::TooLarge, "The file is too large");
@@ -113,6 +93,11 @@ bool CreateFolderPath(std::string_view path) {
     return true;
 }
 
+void RemoveFile(const std::string& path) {
+    struct stat info {};
+    if (::stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode)) ::unlink(path.c_str());
+}
+
 bool ChangeFolder(std::string_view path) {
     return ::chdir(std::string(path).c_str()) == 0;
 }
@@ -152,13 +137,13 @@ FileContent ReadFile(const std::string& path, std::size_t limit) {
 void ReadFileInto(const std::string& path, std::size_t limit, FileContent& content) {
     content.detail.clear();
     // Without O_NONBLOCK opening a FIFO would wait for its writer.
-    const ReadDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    if (file.Get() < 0) {
-        return Fail(content, StatusOfOpen(errno), ErrorText(errno));
+    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    if (!file.Ok()) {
+        return Fail(content, StatusOfOpen(errno), SystemText(errno));
     }
     struct stat info {};
     if (::fstat(file.Get(), &info) != 0) {
-        return Fail(content, ReadStatus::Failed, ErrorText(errno));
+        return Fail(content, ReadStatus::Failed, SystemText(errno));
     }
     if (!S_ISREG(info.st_mode)) {
         return Fail(content, ReadStatus::NotRegular, "Not a regular file");

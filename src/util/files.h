@@ -33,6 +33,9 @@ enum class WantAccess { Any, Writable };
 /// path of separators only.
 [[nodiscard]] bool CreateFolderPath(std::string_view path);
 
+/// Removes a regular file; nothing else is touched, and nothing said when that can't be done.
+void RemoveFile(const std::string& path);
+
 /// Makes `path` the process's current folder; true on success.
 [[nodiscard]] bool ChangeFolder(std::string_view path);
 

@@ -114,7 +114,7 @@ void AppendPadded(std::string& out, const std::string& value, const Directive& d
 }
 
 bool IsKnown(char kind) {
-    return kind != '\0' && std::string_view("diuxcsfFeEgG").find(kind) != std::string_view::npos;
+    return kind != '\0' && std::string_view("diucsf").find(kind) != std::string_view::npos;
 }
 
 }  // namespace

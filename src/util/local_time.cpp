@@ -62,11 +62,7 @@ bool Expand(std::string_view& rest, const std::tm& local, std::string& out) {
 std::tm LocalTime(EpochSeconds moment) {
     std::tm local{};
     const auto seconds = static_cast<std::time_t>(moment);
-#ifdef _WIN32
-    localtime_s(&local, &seconds);
-#else
-    localtime_r(&seconds, &local);
-#endif
+    ::localtime_r(&seconds, &local);
     return local;
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
 // Moments and their local dates. A moment is seconds since the epoch, 64 bits; local time follows
-// the system's time zone at the time of the call. Names of days and months are English whatever
-// the locale.
+// the zone that the C library has, which looks at the system's again only when `tzset` is called.
+// Names of days and months are English whatever the locale.
 
 #include <cstdint>
 #include <ctime>

@@ -79,6 +79,11 @@ std::string ReplaceAll(std::string_view text, std::string_view from, std::string
     return result.append(text, position);
 }
 
+std::string Quoted(std::string_view text) {
+    constexpr std::size_t longest = 200;
+    return "'" + std::string(text.substr(0, longest)) + "'";
+}
+
 int LeadingNumber(std::string_view text) {
     text.remove_prefix(SkipSpace(text));
     const bool negative = text.starts_with('-');

@@ -54,6 +54,9 @@ using OptionalText = std::optional<std::string_view>;
 [[nodiscard]] std::string ReplaceAll(std::string_view text, std::string_view from,
                                      std::string_view to);
 
+/// What a user gave, as a complaint of it shows it: in quotes, and at most its first 200 bytes.
+[[nodiscard]] std::string Quoted(std::string_view text);
+
 /// Reads the decimal number at the start of `text` as the C library's atoi does: white space, a
 /// sign, digits up to the first other character; 0 when there is no digit. Numbers that an int
 /// can't hold give the nearest one that it can.

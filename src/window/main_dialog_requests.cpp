@@ -7,6 +7,7 @@
 #include <ostream>
 
 #include "platform/user_folders.h"
+#include "playlists/temp_folder.h"
 #include "util/format.h"
 #include "window/main_dialog.h"
 #include "window/placement.h"

@@ -146,6 +146,7 @@ private:
 }  // namespace
 
 int RunProgram(char* programName) {
+    platform::HoldStandardStreams();
     platform::IgnoreFatalWriteSignals();
     const app::HostsResult hosts = app::ReadHosts();
     if (!hosts.hosts) {

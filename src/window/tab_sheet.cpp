@@ -28,8 +28,9 @@ pages::SheetPage* TabSheet::PageAt(int index) const {
     return qobject_cast<pages::SheetPage*>(widget(index));
 }
 
-/// The frame in short pieces: styles draw its light and shadow with translucent pens, and of such a
-/// line Qt has threads paint each hundred points.
+/// The frame in short pieces. Styles draw an edge's light with a translucent pen. Qt hands any such
+/// line longer than about a hundred pixels to a pool of threads, which takes longer than the
+/// drawing.
 void TabSheet::paintEvent(QPaintEvent* event) {
     constexpr int PieceLength = 80;  // of the screen's points
     QStylePainter painter(this);
@@ -96,7 +97,7 @@ void TabSheet::ActivatePage(int index) {
 
 void TabSheet::OnCurrentChanged(int index) {
     if (isActivating_) return;
-    if (pages::SheetPage* const left = Switch(index)) emit pageChanged(left, PageAt(index));
+    if (pages::SheetPage* const left = Switch(index)) emit pageChanged(left);
 }
 
 }  // namespace ostrova::window

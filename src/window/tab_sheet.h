@@ -27,8 +27,8 @@ public:
     [[nodiscard]] pages::SheetPage* ActivePage() const { return PageAt(active_); }
 
 signals:
-    /// The user has gone from one page to another, which is in front now.
-    void pageChanged(ostrova::pages::SheetPage* left, ostrova::pages::SheetPage* entered);
+    /// The user has gone from `left` to another page, which is in front now.
+    void pageChanged(ostrova::pages::SheetPage* left);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -71,7 +71,7 @@ public:
     bool isOnline = true;
     bool pagesWereCached = false;
     bool windowIsOpen = false;
-    bool songsMatch = true;
+    std::string lastMatch = "9999";  // the date of the last weekend that has one
     std::int32_t whenToOpen = OpenAlways;
     std::optional<playlists::TransferResult> failure;  // of a run that had nothing
     std::string log;                                   // the last line
@@ -95,6 +95,7 @@ private:
         const std::string now = TimeOf(clock_.Now());
         const std::string friday = DateOf(anchor);
         events_ += now + " " + friday + ",";
+        ran_ = friday;
         const bool had = isOnline && friday < noneFrom && now >= friday + " " + outAt;
         playlists::RunResult result{.had = had, .reachedNetwork = isOnline};
         if (!had) result.failures.front() = failure;
@@ -106,7 +107,7 @@ private:
             .fridayPageIsCached = [this](WeekendAnchor) { return pagesWereCached; },
             .readWhenToOpen = [this] { return whenToOpen; },
             .windowIsOpen = [this] { return windowIsOpen; },
-            .anySongMatches = [this] { return songsMatch; },
+            .anySongMatches = [this] { return ran_ <= lastMatch; },
             .relaunch = [this] { events_.back() = ' ', events_ += "open,"; },
             .log = [this](const std::string& line) { log = line; },
             .beforeWait = [] {},
@@ -118,6 +119,7 @@ private:
     std::multimap<util::EpochSeconds, std::function<void()>> happenings_;
     std::unique_ptr<TimeZone> zone_;
     std::string events_;
+    std::string ran_;  // the weekend of the last run
 };
 
 TEST(BackgroundLoop, EveryFridayOfAYearAtOneOClockInEveryZone) {
@@ -187,7 +189,7 @@ TEST_F(BackgroundLoopTest, OpensAWindowOnlyWhenTheUserWantsToSeeSomethingNew) {
         world.whenToOpen = whenToOpen;
         world.pagesWereCached = obstacle == WasCached;
         world.windowIsOpen = obstacle == WindowIsOpen;
-        world.songsMatch = obstacle != NoMatch;
+        if (obstacle == NoMatch) world.lastMatch = "";
         return world.RunUntil("2026-11-28 00:00:00").ends_with(" open,");
     };
     const Rows<std::int32_t, Obstacle, bool> cases = {{OpenAlways, NoMatch, true},
@@ -204,16 +206,21 @@ TEST_F(BackgroundLoopTest, OpensAWindowOnlyWhenTheUserWantsToSeeSomethingNew) {
     EXPECT_EQ(started.RunUntil("2026-12-01 00:00:00"), "2026-11-28 09:00:00 2026-11-27,");
 }
 
-// Of two the newer one is told of, or the older one while that is not out yet. After so long a time
+// All that were found are told of at once, whichever of them has a match. After so long a time
 // that the clock must have been wrong, only the newest is fetched.
 TEST_F(BackgroundLoopTest, FetchesOnWakingAndAnnouncesOnlyTheNewest) {
-    for (const auto& [wake, noneFrom, events] : Rows<std::string, const char*, std::string>{
-             {"2026-11-28 09:00:00", "9999", "@ 2026-11-27 open,"},
-             {"2026-12-12 09:00:00", "9999", "@ 2026-11-27,@ 2026-12-04,@ 2026-12-11 open,"},
-             {"2026-12-04 14:00:00", "2026-12-01", "@ 2026-11-27,@ 2026-12-04 open,"},
-             {"2036-12-13 09:00:00", "9999", "@ 2036-12-12 open,"}}) {
+    for (const auto& [wake, noneFrom, lastMatch, events] :
+         Rows<std::string, const char*, const char*, std::string>{
+             {"2026-11-28 09:00:00", "9999", "9999", "@ 2026-11-27 open,"},
+             {"2026-12-12 09:00:00", "9999", "2026-11-27",
+              "@ 2026-11-27,@ 2026-12-04,@ 2026-12-11 open,"},
+             {"2026-12-12 09:00:00", "9999", "", "@ 2026-11-27,@ 2026-12-04,@ 2026-12-11,"},
+             {"2026-12-04 14:00:00", "2026-12-01", "9999", "@ 2026-11-27,@ 2026-12-04 open,"},
+             {"2036-12-13 09:00:00", "9999", "9999", "@ 2036-12-12 open,"}}) {
         World world("2026-11-26 22:00:00");
         world.noneFrom = noneFrom;
+        world.whenToOpen = OpenOnMatch;
+        world.lastMatch = lastMatch;
         world.SuspendAt("2026-11-26 23:00:00", wake);
         EXPECT_EQ(world.RunUntil(wake), util::ReplaceAll(events, "@", wake));
     }

@@ -20,9 +20,10 @@ protected:
     /// What a fresh start reads from the store.
     Settings Loaded(const WindowRect& desktop = {0, 0, 1920, 1080}) {
         Settings settings;
-        LoadSettings(
+        const bool isRead = LoadSettings(
             {.store = &store_, .programPath = "/opt/ostrova/bin/ostrova", .desktop = desktop},
             settings);
+        EXPECT_EQ(isRead, settings.areKnown);
         return settings;
     }
     void Put(const char* name, MemoryStore::Value value) {

@@ -83,6 +83,13 @@ TEST_F(WakeScheduleTest, RetriesEveryQuarterOfAnHourAndShowsWhatItShowed) {
     EXPECT_TRUE(FetchWhenDue());
     EXPECT_EQ(TimeOf(clock_.Now()), "2026-11-27 13:45:20");
     EXPECT_EQ(state_.guest.latest.text, std::nullopt);
+    outAt_ = At("2026-12-05 00:00:00");
+    schedule_.SetWakeDelay(RetryDelay);  // as after a start in vain
+    schedule_.Arm(false);
+    for (const char* due : {"14:00:20", "14:15:20"}) {
+        EXPECT_EQ(Armed(), std::string("new 2026-11-27 ") + due);
+        EXPECT_FALSE(FetchWhenDue());
+    }
 }
 
 TEST_F(WakeScheduleTest, TriesAgainSoonOnlyAfterWaking) {

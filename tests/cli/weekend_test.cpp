@@ -214,6 +214,7 @@ TEST(StatusLine, StaysWithinTheTerminalAndCleansUpBehindItself) {
     StatusLine(file, false, {}).Show("never");
     EXPECT_EQ(file.str(), "");
     EXPECT_EQ(CutToColumns("a\xE6\x9D\xB1\xE4\xBA\xAC", 4), "a\xE6\x9D\xB1");  // wide characters
+    EXPECT_EQ(CutToColumns("\x80", 0), "");
     EXPECT_EQ(FetchProgressLine({.pages = 4400, .settled = 1100, .asked = 100}, 2000),
               "[#####...............]  25% 1100 of 4400 pages, 50.0 a second, "
               "1 minute, 6.00 seconds left");

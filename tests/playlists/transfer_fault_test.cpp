@@ -8,6 +8,7 @@
 #include <chrono>
 #include <filesystem>
 
+#include "demo/fault_answers.h"
 #include "demo/faults.h"
 #include "tests/playlists/transfer_fixture.h"
 #include "tests/support/rows.h"

@@ -4,6 +4,9 @@
 
 #include "platform/clock.h"
 #include "platform/whole_file.h"
+#include "playlists/autodial_guard.h"
+#include "playlists/file_copy.h"
+#include "playlists/post_form.h"
 #include "tests/playlists/transfer_fixture.h"
 #include "tests/support/child_process.h"
 #include "tests/support/fake_clock.h"

@@ -88,7 +88,7 @@ int CheckUpgrades(bool isManual) {
     const auto internet = app::OpenInternetStore();
     const auto http = platform::MakeHttpClient();
     app::Settings settings;
-    app::LoadSettings({.store = store.get(), .programPath = "/p"}, settings);
+    static_cast<void>(app::LoadSettings({.store = store.get(), .programPath = "/p"}, settings));
     const std::string maker = app::ReadHosts().hosts.value().maker;
     {
         app::UpgradeCheck check(

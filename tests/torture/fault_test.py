@@ -52,6 +52,23 @@ class LeftoverTest(Case):
         self.assertEqual(background.end(), 0)
 
 
+class DiallingTest(Case):
+    def test_an_end_in_the_middle_of_a_transfer_leaves_it_as_it_was(self):
+        self.site("2026-07-19 11:00:00", "--fault", "silent")
+        # A weekend is fetched, the check for upgrades is waited for, or both.
+        for day, is_check_due in ((SUNDAY, 0), (SUNDAY, 1), (SUNDAY + 3 * 86400, 1)):
+            with self.subTest(day=day, is_check_due=is_check_due):
+                write_settings(self.world, CheckForUpgrades=is_check_due)
+                write(self.world.internet, INTERNET)
+                background = Background(self.world, WallClock(self.world, day)).start()
+                self.wait_for(lambda: self.world.internet.read_bytes() == DIALLING)
+                start = time.monotonic()
+                self.assertEqual(background.end(), 0)
+                self.assertLess(time.monotonic() - start, 2)
+                self.assertEqual(self.world.internet.read_bytes(), INTERNET)
+                self.assertEqual(background.lines(), [])
+
+
 def add_tests(case, scenarios):
     for scenario in scenarios:
         name = "test_" + scenario.name.replace("-", "_")

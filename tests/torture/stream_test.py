@@ -56,5 +56,17 @@ class StreamTest(Case):
         self.assertTrue(page.read_bytes().rstrip().endswith(b"</html>"))
 
 
+class WindowStreamTest(Case):
+    def test_the_window_stays_without_streams(self):
+        for closed in (CLOSED, "2>&-"):
+            with self.subTest(closed=closed):
+                window = Window(self.world, WallClock(self.world, SUNDAY), "stays")
+                window.start(prefix=["sh", "-c", f'exec "$@" {closed}', "sh"])
+                self.assertTrue(window.wait_for(lambda: "shown" in window.said()))
+                # Nothing of its own that the toolkit's words would go into.
+                self.assertEqual(os.readlink(f"/proc/{window.process.pid}/fd/2"), "/dev/null")
+                self.assertEqual(window.end(), 0)
+
+
 if __name__ == "__main__":
     main()

@@ -1,4 +1,5 @@
 #include "tests/uikit/list_fixture.h"
+#include "uikit/qt_colour.h"
 
 namespace ostrova::uikit {
 namespace {

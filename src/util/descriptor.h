@@ -8,7 +8,7 @@
 #include <system_error>
 #include <utility>
 
-namespace ostrova::platform {
+namespace ostrova::util {
 
 /// Closes its descriptor at the end. What `close` says is not heard: a writer that must know calls
 /// `Close` itself.
@@ -37,4 +37,4 @@ private:
     return std::system_category().message(error);
 }
 
-}  // namespace ostrova::platform
+}  // namespace ostrova::util

@@ -1,4 +1,4 @@
-#include "uikit/colour.h"
+#include "uikit/qt_colour.h"
 
 #include <cmath>
 
@@ -20,11 +20,6 @@ double Luminance(const QColor& colour) {
 QColor ToQColor(Colour colour) {
     return {static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF),
             static_cast<int>(colour >> 16 & 0xFF)};
-}
-
-Colour ToColour(const QColor& colour) {
-    return static_cast<Colour>(colour.red()) | static_cast<Colour>(colour.green()) << 8 |
-           static_cast<Colour>(colour.blue()) << 16;
 }
 
 QColor ReadableOn(const QColor& background, const QColor& colour) {
