@@ -121,7 +121,8 @@ void UpgradeCheck::Announce(Outcome& outcome) {
         {.flags = feedback::QB_MARKUP,
          .title = "New version available",
          .text = UpgradeMessage(*headline, outcome.file, upgradePageAddress_),
-         .labels = {"OK"}}));
+         .labels = {"OK"},
+         .comesUnasked = outcome.kind == CheckKind::Automatic}));
 }
 
 void UpgradeCheck::RemoveAnswer() {

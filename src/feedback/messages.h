@@ -38,6 +38,7 @@ struct Question {
     std::string title;
     std::string text;
     std::vector<std::string> labels;
+    bool comesUnasked = false;  // by itself, while the user may be typing: that is no answer
 };
 
 /// Shows what it is given, at once, and returns when the user has seen or answered it.
@@ -48,7 +49,8 @@ public:
     /// Shows a box with one OK button.
     virtual void ShowBox(MessageKind kind, const std::string& text) = 0;
 
-    /// Asks a question with the buttons Yes and No, caption "Question"; true for Yes.
+    /// Asks a question with the buttons Yes and No, caption "Question"; true for Yes. It comes
+    /// unasked, as the program has no such question but when something has happened outside.
     [[nodiscard]] virtual bool AskYesNo(const std::string& text) = 0;
 
     /// The index of the button chosen, or -1 when there was none.

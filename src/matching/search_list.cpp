@@ -10,6 +10,7 @@ namespace {
 
 // A line buffer of 260 bytes holds one less.
 constexpr std::size_t LongestLine = 259;
+static_assert(2 * LongestTyped + std::string_view("\"\"\t\"\"").size() <= LongestLine);
 
 }  // namespace
 

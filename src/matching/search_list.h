@@ -17,6 +17,11 @@ namespace ostrova::matching {
 /// Name of the list's file in the data folder.
 inline constexpr std::string_view SearchListFileName = "SearchList.txt";
 
+/// Characters that a user may type for each: with any two such texts, four quotes and a tab an
+/// entry is one line of the file, of which its reader sees 259 bytes. (In a text full of quotes,
+/// which count twice, it may still be more.)
+inline constexpr int LongestTyped = 127;
+
 /// Most bytes of a list's file that are read: far above any list; what is larger is something else.
 inline constexpr std::size_t LargestList = std::size_t{64} << 20;
 

@@ -120,16 +120,16 @@ std::string BytesOfRows(const SearchListRows& rows) {
 }
 
 /// Lets the user pick folders, from that of `path` on, until one takes the list.
-bool SaveWhereTheUserSays(const ListWriter& writer, std::string path, std::string& folder,
-                          feedback::Messages& messages) {
+SaveEnd SaveWhereTheUserSays(const ListWriter& writer, std::string path, std::string& folder,
+                             feedback::Messages& messages) {
     for (;;) {
         const auto chosen = messages.BrowseForFolder("Save list of favourite songs/artists",
                                                      std::string(util::FolderPart(path)));
-        if (!chosen) return false;
+        if (!chosen) return SaveEnd::GivenUp;
         path = util::JoinPath(*chosen, SearchListFileName);
         if (writer.Write(path)) {
             folder = util::FolderPart(path);
-            return true;
+            return SaveEnd::Saved;
         }
         messages.ShowError(
             "Still couldn't save your song/artist list to that folder.\n"
@@ -161,11 +161,12 @@ LoadedList FillSearchListPage(const SearchListPlaces& places, SearchListRows& ro
     return std::move(found.loaded);
 }
 
-bool SaveSearchList(const SearchListPlaces& places, const SearchListRows& rows,
-                    const std::optional<LoadedList>& loaded, feedback::Messages& messages) {
+SaveEnd SaveSearchList(const SearchListPlaces& places, const SearchListRows& rows,
+                       const std::optional<LoadedList>& loaded, feedback::Messages& messages) {
+    enum Answer { Browse, Discard };
     const ListWriter writer(BytesOfRows(rows), loaded);
     const std::string usual = util::JoinPath(*places.folder, SearchListFileName);
-    if (writer.Write(usual)) return true;
+    if (writer.Write(usual)) return SaveEnd::Saved;
 
     std::string besideProgram =
         std::string(util::FolderPart(places.programPath)).append(SearchListFileName);
@@ -183,11 +184,12 @@ bool SaveSearchList(const SearchListPlaces& places, const SearchListRows& rows,
             // The file's whole path, on purpose: as it names no folder, the next start takes the
             // default one and finds the list beside the program.
             *places.folder = usual;
-            return true;
+            return SaveEnd::Saved;
         }
         question.text = util::Format(CouldNotSaveEitherText, shownUsual, shownBeside);
     }
-    if (messages.QuestionBox(question) != 0) return false;
+    const int answer = messages.QuestionBox(question);
+    if (answer != Browse) return answer == Discard ? SaveEnd::Discarded : SaveEnd::GivenUp;
     return SaveWhereTheUserSays(writer, usual, *places.folder, messages);
 }
 

@@ -29,6 +29,13 @@ struct LoadedList {
     bool unreadable = false;               // there is a file, and it could not be read
 };
 
+/// How saving the list ended.
+enum class SaveEnd {
+    Saved,      // the whole list is safely on disk
+    Discarded,  // not saved, as the user said
+    GivenUp     // not saved: nobody answered, or no folder was picked
+};
+
 /// Reads the list as matching sees it. No file: an empty list and no word. A file that can't be
 /// read: an error, and nothing.
 [[nodiscard]] std::optional<std::vector<SearchItem>> LoadSearchList(const SearchListPlaces& places,
@@ -39,15 +46,15 @@ LoadedList FillSearchListPage(const SearchListPlaces& places, SearchListRows& ro
                               feedback::Messages& messages);
 
 /// Saves `rows`: in the data folder, else beside the program (with a warning), else where the user
-/// says. True when the whole list is safely on disk; false when the user gave up. `loaded` is what
-/// `FillSearchListPage` returned, or nothing when the rows did not come from a file.
-[[nodiscard]] bool SaveSearchList(const SearchListPlaces& places, const SearchListRows& rows,
-                                  const std::optional<LoadedList>& loaded,
-                                  feedback::Messages& messages);
+/// says. `loaded` is what `FillSearchListPage` returned, or nothing when the rows did not come from
+/// a file.
+[[nodiscard]] SaveEnd SaveSearchList(const SearchListPlaces& places, const SearchListRows& rows,
+                                     const std::optional<LoadedList>& loaded,
+                                     feedback::Messages& messages);
 
 /// Writes `rows` into the first of `folders` that takes them, beside whatever is there: for a
-/// process that must end, has found no other place, and can't ask. The file's path; the empty text
-/// when there was none.
+/// process that ends, with a list that has found no other place and that nobody discarded. The
+/// file's path; the empty text when there was none.
 [[nodiscard]] std::string SaveListAside(const SearchListRows& rows,
                                         std::span<const std::string> folders);
 

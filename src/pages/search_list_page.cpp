@@ -60,6 +60,7 @@ void SearchListPage::Initialise() {
     uikit::BuildDialog(*this, SearchListTemplate);
     song_ = ControlAs<QLineEdit>(*this, SearchListSong);
     artist_ = ControlAs<QLineEdit>(*this, SearchListArtist);
+    for (QLineEdit* box : {song_, artist_}) box->setMaxLength(matching::LongestTyped);
     MakeList();
     ControlAs<uikit::LinkLabel>(*this, SearchListHeading)->SetBold(true);
     WriteNotes();
@@ -80,6 +81,7 @@ void SearchListPage::MakeList() {
     list_->SetAutoFitColumns(true);
     list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);  // the columns always fit
     list_->SetEditLabels(true);
+    list_->SetLongestEdit(matching::LongestTyped);
     list_->SetShowSelectionAlways(true);
     const int scrollBar = list_->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, list_);
     const int width = list_->ClientWidth() - scrollBar;

@@ -80,7 +80,7 @@ void SheetPage::showEvent(QShowEvent* event) {
 
 void SheetPage::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape && event->modifiers() == Qt::NoModifier) {
-        emit exitRequested();
+        emit escapePressed();
     } else {
         QWidget::keyPressEvent(event);
     }

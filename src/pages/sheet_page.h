@@ -35,8 +35,11 @@ public:
     virtual void OnKillActive() {}
 
 signals:
-    /// The user wants the window closed: by Exit or Escape.
+    /// The user wants the window closed, by Exit.
     void exitRequested();
+
+    /// Escape: the user wants the end of what is under way, and of the window when nothing is.
+    void escapePressed();
 
 protected:
     /// Builds the controls from the page's template, attaches the layout and fills what is to be

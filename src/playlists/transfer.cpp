@@ -105,13 +105,15 @@ private:
         const double fraction = available_ != 0 || total == 0
                                     ? static_cast<double>(total) / static_cast<double>(available_)
                                     : std::numeric_limits<double>::infinity();
+        if (total > 0) fraction_ = fraction;
         return Heed(tools_.progress->UpdateProgress(fraction, "Downloading %s.\nGot %d bytes%s.",
                                                     download_.url, total, size));
     }
 
+    /// Nothing arrives: only the time goes on.
     bool Idle() {
         if (tools_.cancel != nullptr && tools_.cancel->load()) return false;
-        return !ShowsProgress() || Heed(tools_.progress->UpdateProgress(feedback::OnlyPump));
+        return !ShowsProgress() || Heed(tools_.progress->UpdateProgress(fraction_));
     }
 
     bool Heed(bool goOn) {
@@ -160,6 +162,7 @@ private:
     std::string& bytes_;
     int status_ = 0;              // of the final answer
     std::int64_t available_ = 0;  // bytes that the server announced
+    double fraction_ = 0.0;       // of them that has arrived, as far as it is known
     bool isCancelled_ = false;    // by the user
 };
 

@@ -29,7 +29,9 @@ CellEdit::CellEdit(NewListCtrl& list, int row, int column)
     StandOverCell();
     connect(&list, &NewListCtrl::cellsMoved, this, &CellEdit::FollowCell);
     connect(&list, &NewListCtrl::scrolled, this, &CellEdit::StandOverCell);
-    setText(ToQString(initialText_));
+    const QString text = ToQString(initialText_);
+    setMaxLength(std::max(list.LongestEdit(), static_cast<int>(text.size())));
+    setText(text);
     connect(this, &QLineEdit::textEdited, this, &CellEdit::GrowToText);
     setTabOrder(&list, this);  // Tab goes on from the list
     show();

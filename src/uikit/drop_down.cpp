@@ -61,6 +61,8 @@ void DropDown::TakeTemplateHeight() {
 /// The style is set only now: setting it creates the list, which would then be made with the page.
 void DropDown::showPopup() {
     if (style() != SharedListStyle()) setStyle(SharedListStyle());
+    // A click makes the list before it opens it, in the style of a menu, which has no scroll bar.
+    view()->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, view());
     view()->setMinimumWidth(view()->sizeHintForColumn(0) + scrollBar + 2 * view()->frameWidth());
     QComboBox::showPopup();

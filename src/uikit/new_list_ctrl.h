@@ -160,6 +160,10 @@ public:
     /// Whether column 0 is edited, whatever its kind; off at first. Unlike other columns it is
     /// edited when the button goes up: a selected row can be dragged by its label.
     void SetEditLabels(bool isOn);
+    /// Characters that fit into an editor of texts, or as many as its text has already; any number
+    /// at first.
+    void SetLongestEdit(int characters) { longestEdit_ = characters; }
+    [[nodiscard]] int LongestEdit() const { return longestEdit_; }
     /// The editors that are open and count as such: while there is one no row shows as selected.
     [[nodiscard]] int EditCount() const { return editCount_; }
     void EditorOpened();
@@ -275,6 +279,7 @@ private:
     int editCount_ = 0;
     bool editingEnabled_ = true;
     bool editLabels_ = false;
+    int longestEdit_ = 32767;  // the platform's own limit
     bool togglesSelection_ = false;
     int chosenColumn_ = -1;
     QPersistentModelIndex pressedCell_;  // while the left button is down

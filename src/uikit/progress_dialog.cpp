@@ -1,9 +1,10 @@
 #include "uikit/progress_dialog.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QEventLoop>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
 
@@ -16,9 +17,20 @@
 namespace ostrova::uikit {
 namespace {
 
+/// Whether `dialog` is not to take the keyboard: what is being typed in the window goes on there,
+/// and so does what the user does in another program.
+bool LeavesKeyboardWhereItIs(const ProgressDialog& dialog) {
+    if (dialog.parentWidget() == nullptr) return false;
+    return QApplication::activeWindow() == nullptr ||
+           qobject_cast<QLineEdit*>(QApplication::focusWidget()) != nullptr;
+}
+
 class ProgressDialogView final : public feedback::ProgressView {
 public:
-    explicit ProgressDialogView(ProgressDialog* dialog) : dialog_(dialog) { dialog_->show(); }
+    explicit ProgressDialogView(ProgressDialog* dialog) : dialog_(dialog) {
+        dialog_->setAttribute(Qt::WA_ShowWithoutActivating, LeavesKeyboardWhereItIs(*dialog_));
+        dialog_->show();
+    }
     ~ProgressDialogView() override { delete dialog_; }
     ProgressDialogView(const ProgressDialogView&) = delete;
     ProgressDialogView& operator=(const ProgressDialogView&) = delete;
@@ -115,8 +127,9 @@ std::unique_ptr<feedback::ProgressView> ProgressDialogs::Create() {
     return std::make_unique<ProgressDialogView>(shown_);
 }
 
-void ProgressDialogs::Cancel() {
+bool ProgressDialogs::Cancel() {
     if (shown_) shown_->reject();
+    return shown_ != nullptr;
 }
 
 }  // namespace ostrova::uikit

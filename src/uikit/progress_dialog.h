@@ -59,8 +59,9 @@ public:
     /// stays usable and says that the user cancelled.
     [[nodiscard]] std::unique_ptr<feedback::ProgressView> Create() override;
 
-    /// Cancels what is on the screen, paused or not, as if the user had done so.
-    void Cancel();
+    /// Cancels what is on the screen, paused or not, as if the user had done so; false when nothing
+    /// is.
+    bool Cancel();
 
 private:
     QPointer<QWidget> mainWindow_;

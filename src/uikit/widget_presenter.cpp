@@ -7,6 +7,7 @@
 #include "uikit/folder_browser.h"
 #include "uikit/main_thread_calls.h"
 #include "uikit/message_box.h"
+#include "uikit/typing_guard.h"
 
 namespace ostrova::uikit {
 
@@ -50,6 +51,7 @@ bool WidgetPresenter::AskYesNo(const std::string& text) {
     const int answer = OnMainThread<int>(
         [this, text] {
             QMessageBox* box = MakeYesNoBox(text, Owner());
+            new TypingGuard(*box);
             return Run(box, [box] { return box->exec(); });
         },
         QMessageBox::No);
@@ -62,6 +64,7 @@ int WidgetPresenter::AskQuestion(const feedback::Question& question) {
             const bool hasOwnLoop = (question.flags & feedback::QB_OWNED_LOOP) != 0;
             QWidget* owner = hasOwnLoop ? mainWindow_.data() : Owner();
             auto* box = new QuestionDialog(question, std::exchange(next_, {}), owner, *links_);
+            if (question.comesUnasked) new TypingGuard(*box);
             return Run(box, [box] { return box->Ask(); });
         },
         -1);

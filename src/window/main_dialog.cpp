@@ -1,5 +1,6 @@
 #include "window/main_dialog.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QMenu>
@@ -124,6 +125,7 @@ void MainDialog::ConnectPages() {
     for (int i = 0; i < sheet_->count(); ++i) {
         connect(sheet_->PageAt(i), &pages::SheetPage::exitRequested, this,
                 &MainDialog::RequestClose);
+        connect(sheet_->PageAt(i), &pages::SheetPage::escapePressed, this, &MainDialog::reject);
     }
     sheet_->tabBar()->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(sheet_->tabBar(), &QWidget::customContextMenuRequested, this,
@@ -212,8 +214,11 @@ void MainDialog::ShowOnTop() {
     activateWindow();
 }
 
+/// Pages come one after the other, and a transfer shows only after a while: a second Escape that
+/// was meant for it must not end the program because it comes in between.
 void MainDialog::reject() {
-    RequestClose();
+    const bool mustWait = QApplication::overrideCursor() != nullptr;
+    if (!world_.cancelShown() && !mustWait) RequestClose();
 }
 
 void MainDialog::closeEvent(QCloseEvent* event) {

@@ -29,6 +29,7 @@ struct MainWorld {
     platform::Clock* clock = nullptr;
     DueTimer* timer = nullptr;
     std::function<void()> stopFetching;  // ends what is being fetched, paused or not
+    std::function<bool()> cancelShown;   // cancels the transfer on the screen; false: there is none
     std::function<void()> closeBoxes;    // ends every open box unanswered, and any later one
     std::string settingsFolder;          // where a list may go that nothing else takes
     std::ostream* errors = nullptr;      // standard error
@@ -55,6 +56,7 @@ public:
 
     [[nodiscard]] TabSheet& Sheet() { return *sheet_; }
 
+    /// Escape: cancels the transfer that the user sees, closes a window that he need not wait for.
     void reject() override;
 
 signals:

@@ -203,9 +203,9 @@ void MainDialog::DestroyWindow() {
         }
         world_.timer->Disarm();
         application.Schedule().Disarm();
-        const bool isListSaved = matching::SaveSearchList(
+        const matching::SaveEnd end = matching::SaveSearchList(
             application.ListPlaces(), searchPage_->Rows(), searchPage_->Loaded(), *world_.messages);
-        if (!isListSaved && isEndingQuietly_) SaveListAside();
+        if (end == matching::SaveEnd::GivenUp) SaveListAside();
         KeepPlacement(*this, application.GetSettings());
         application.CloseMainWindow(isEndingQuietly_);
     }
@@ -216,7 +216,7 @@ void MainDialog::DestroyWindow() {
     emit closed();
 }
 
-/// The list found no place, and there is nobody to ask.
+/// The list found no place, and nobody said that it may be lost.
 void MainDialog::SaveListAside() {
     const std::string folders[] = {world_.settingsFolder, platform::HomeFolder().value_or(""),
                                    playlists::TempFolder()};

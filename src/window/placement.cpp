@@ -46,9 +46,13 @@ std::optional<QRect> PlaceOn(const app::WindowRect& saved, const QList<QRect>& s
     const auto side = [](std::int32_t value) { return std::clamp(value, -32768, 32767); };
     const QRect window(side(saved.left), side(saved.top), span(saved.left, saved.right),
                        span(saved.top, saved.bottom));
+    QRect all;
+    for (const QRect& screen : screens) all |= screen;
+    // In a larger one the lower edges and what stands there are out of reach.
+    const bool fits = window.size() == window.size().boundedTo(all.size());
     const bool isHeld = std::any_of(screens.begin(), screens.end(),
                                     [&](const QRect& s) { return CanBeHeld(window, s); });
-    if (isHeld || screens.isEmpty()) return window;
+    if ((isHeld && fits) || screens.isEmpty()) return window;
     return MovedOnto(window, *std::min_element(screens.begin(), screens.end(),
                                                [&](const QRect& a, const QRect& b) {
                                                    return Distance(window, a) < Distance(window, b);

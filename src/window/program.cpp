@@ -107,6 +107,7 @@ private:
         world.clock = &clock_;
         world.timer = &timer;
         world.stopFetching = [this] { StopFetching(); };
+        world.cancelShown = [this] { return progressDialogs_.Cancel(); };
         world.closeBoxes = [this] { presenter_.Close(); };
         world.settingsFolder = app::SettingsFolder();
         world.errors = &std::cerr;

@@ -73,6 +73,7 @@ TEST_F(UpgradeCheckTest, TellsOfANewVersionOnceUnlessAsked) {
     EXPECT_EQ(question.flags, feedback::QB_MARKUP);
     EXPECT_EQ(question.title, "New version available");
     EXPECT_EQ(question.labels, Lines{"OK"});
+    EXPECT_TRUE(question.comesUnasked && !recorder_.questions.back().comesUnasked);
     EXPECT_TRUE(folder_.Names("ostrova").empty());  // nothing is left lying about
 }
 

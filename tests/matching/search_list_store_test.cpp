@@ -38,7 +38,7 @@ protected:
         std::filesystem::create_directories(Beside());
     }
     [[nodiscard]] bool Save(const std::optional<LoadedList>& loaded = std::nullopt) {
-        return SaveSearchList(places, rows, loaded, messages);
+        return SaveSearchList(places, rows, loaded, messages) == SaveEnd::Saved;
     }
     LoadedList Fill() { return FillSearchListPage(places, rows, messages); }
 

@@ -22,7 +22,9 @@ public:
         page.setParent(&dialog_);
         default_.setDefault(true);
         QObject::connect(&default_, &QPushButton::clicked, &dialog_, [this] { ++defaultPresses; });
-        QObject::connect(&page, &SheetPage::exitRequested, &dialog_, [this] { ++exits; });
+        for (const auto wish : {&SheetPage::exitRequested, &SheetPage::escapePressed}) {
+            QObject::connect(&page, wish, &dialog_, [this] { ++exits; });
+        }
         dialog_.resize(620, 500);
         page.resize(600, 450);
         page.Create();

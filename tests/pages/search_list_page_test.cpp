@@ -134,6 +134,21 @@ TEST_F(SearchListPageTest, APastedTextIsOneLineOfTheFile) {
     song_->paste();
     shown_->Press("add");
     EXPECT_EQ(Songs(), "two lines and a Zubr/");
+    QGuiApplication::clipboard()->setText(QString(300, 'x'));
+    for (QLineEdit* box : {song_, artist_}) box->paste();
+    shown_->Press("add");
+    const matching::SearchEntry added = {page_.Rows().CellText(1, 0), page_.Rows().CellText(1, 1)};
+    EXPECT_EQ(matching::ReadSearchEntries(matching::WriteSearchEntries({added})).size(), 1U);
+}
+
+TEST_F(SearchListPageTest, AnEditorHoldsNoMoreThanALineButAllThatItFinds) {
+    Open("\"" + std::string(200, 'x') + "\"\t\"\"\n");
+    Edit(0, 0, "");
+    Keys({Qt::Key_Home, Qt::Key_Delete, Qt::Key_Return});
+    EXPECT_EQ(Songs(), std::string(199, 'x') + "/");
+    Edit(0, 1, std::string(300, 'y').c_str());
+    Keys({Qt::Key_Return});
+    EXPECT_EQ(page_.Rows().CellText(0, 1), std::string(127, 'y'));
 }
 
 TEST_F(SearchListPageTest, DeleteErasesInABoxAndRemovesOnTheList) {

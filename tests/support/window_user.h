@@ -60,6 +60,7 @@ public:
                               .clock = &clock,
                               .timer = &timer,
                               .stopFetching = [this] { cancel_ = true; },
+                              .cancelShown = [] { return false; },
                               .closeBoxes = [this] { ++boxesClosed; },
                               .settingsFolder = home.Path("config"),
                               .errors = &errors});

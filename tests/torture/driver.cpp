@@ -64,7 +64,8 @@ int SaveList(const std::vector<std::string>& words) {
         if (std::system(("cp '" + words[3] + "' '" + list + "'").c_str()) != 0) return 99;
     }
     rows.InsertAtTop({"New Song", "New Artist"});
-    Print(matching::SaveSearchList(places, rows, loaded, messages) ? "saved" : "given up");
+    const auto end = matching::SaveSearchList(places, rows, loaded, messages);
+    Print(end == matching::SaveEnd::Saved ? "saved" : "given up");
     return 0;
 }
 

@@ -1,10 +1,13 @@
 #include "uikit/dialog_builder.h"
 
+#include <QAbstractItemView>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 
 #include "tests/uikit/widgets.h"
+#include "uikit/drop_down.h"
 
 namespace ostrova::uikit {
 namespace {
@@ -51,6 +54,16 @@ TEST(DialogBuilder, ControlsAreNamedTextsLiteralAndRadioButtonsGrouped) {
     const auto button = [&dialog](int id) { return ControlAs<QRadioButton>(dialog, id); };
     for (const int id : {4, 6, 5}) button(id)->click();
     EXPECT_TRUE(!button(4)->isChecked() && button(5)->isChecked() && button(6)->isChecked());
+}
+
+TEST(DropDown, HasAScrollBarWhenAClickOpensIt) {
+    DropDown box;
+    box.resize(80, 100);
+    box.TakeTemplateHeight();
+    for (int i = 0; i < 60; ++i) box.addItem(QString::number(i));
+    box.show();
+    QTest::mouseClick(&box, Qt::LeftButton);
+    EXPECT_TRUE(QTest::qWaitFor([&box] { return box.view()->verticalScrollBar()->isVisible(); }));
 }
 
 }  // namespace

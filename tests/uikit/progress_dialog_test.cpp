@@ -1,6 +1,7 @@
 #include "uikit/progress_dialog.h"
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
 
@@ -85,6 +86,15 @@ TEST_F(ProgressDialogTest, AKeyMeantForAnotherWindowPressesNoButton) {
         QTest::keyClick(Shown()->focusWidget(), key);
     }
     EXPECT_TRUE(Shown()->IsPaused());
+}
+
+TEST_F(ProgressDialogTest, LeavesTheKeyboardToWhoIsTyping) {
+    QLineEdit edit(main.get());
+    edit.show();
+    edit.setFocus();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(main.get()));
+    Begin();
+    EXPECT_TRUE(Shown()->testAttribute(Qt::WA_ShowWithoutActivating));
 }
 
 TEST_F(ProgressDialogTest, ALongMessageIsCutAndWhollyShown) {

@@ -75,14 +75,27 @@ TEST_F(WidgetPresenterTest, EveryStandardBoxHasItsCaptionIconAndCut) {
             EXPECT_EQ(Message(box).text(), text);
             EXPECT_EQ(Message(box).textFormat(), Qt::PlainText);
             EXPECT_EQ(Message(box).icon(), icon);
-            QTest::keyClick(&box, Qt::Key_Escape);
+            box.reject();
         });
         show();
     }
 }
 
-TEST_F(WidgetPresenterTest, YesIsTheDefault) {
-    EXPECT_TRUE(Answer([](QDialog& box) { QTest::keyClick(box.focusWidget(), Qt::Key_Return); }));
+TEST_F(WidgetPresenterTest, YesIsTheDefaultButNoAnswerIsTypedByChance) {
+    EXPECT_TRUE(Answer([](QDialog& box) {
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&box));
+        const auto type = [&box](Qt::Key key) { QTest::keyClick(box.focusWidget(), key); };
+        for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Escape}) type(key);
+        for (const Qt::Key letter : {Qt::Key_N, Qt::Key_Y}) {
+            QTest::qWait(800);
+            type(letter);
+            EXPECT_TRUE(box.isVisible());
+        }
+        type(Qt::Key_Space);
+        QTest::qWait(800);
+        EXPECT_TRUE(box.isVisible());
+        type(Qt::Key_Return);
+    }));
     EXPECT_FALSE(Answer(Press(QMessageBox::No)));
 }
 

@@ -16,6 +16,7 @@
 #include "resources/search_list_template.h"
 #include "resources/song_list_template.h"
 #include "tests/support/canned_site.h"
+#include "tests/support/rows.h"
 #include "tests/support/window_user.h"
 #include "tests/uikit/widgets.h"
 #include "uikit/dialog_builder.h"
@@ -294,6 +295,8 @@ TEST_F(MainDialogTest, WhatComesDuringADownloadIsServedAfterItOnce) {
             Pick(SongYear, 1);
             GoTo(Search);
             On<QLineEdit>(Search, SearchListSong)->setFocus();
+            // For the fetch, which nothing shows yet: no reason to close.
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
             QTest::keyClicks(QApplication::focusWidget(), "Oldest\r");
             Press(Search, SearchListSearchNow);
             GoTo(Options);
@@ -327,17 +330,31 @@ TEST_F(MainDialogTest, ClosingDuringADownloadEndsItFirst) {
     EXPECT_FALSE(util::PathExists(user_.home.Path("Ostrova/Cache/20261113.htm")));
 }
 
-TEST_F(MainDialogTest, TheSessionsEndSavesAtOnceAndWithoutQuestions) {
-    OpenWithList();
-    // Neither place takes the list: where the file stood is a folder now, and the program has none.
-    std::filesystem::remove(user_.home.Path("Ostrova/SearchList.txt"));
-    user_.home.Write("Ostrova/SearchList.txt/in the way", "");
+TEST_F(MainDialogTest, AListThatFindsNoPlaceIsLostOnlyWhenTheUserSaysSo) {
     user_.home.Write("config/other", "");
-    user_.dialog->EndQuietly();
+    const std::string kept = user_.home.Path("config/SearchList (not saved).txt");
+    const auto close = [this] { user_.dialog->close(); };
+    for (const auto& [name, answer, end, isKept] :
+         testing::Rows<const char*, int, std::function<void()>, bool>{
+             {"discarded", 1, close, false},
+             {"no folder picked", 0, close, true},
+             {"the session's end, without questions", -1, [this] { user_.dialog->EndQuietly(); },
+              true},
+         }) {
+        SCOPED_TRACE(name);
+        std::filesystem::remove_all(user_.home.Path("Ostrova/SearchList.txt"));
+        OpenWithList();
+        // Where the file stood is a folder now, and the program has none.
+        std::filesystem::remove(user_.home.Path("Ostrova/SearchList.txt"));
+        user_.home.Write("Ostrova/SearchList.txt/in the way", "");
+        user_.recorder.questionAnswers = {answer};
+        end();
+        WindowUser::Settle();
+        EXPECT_EQ(FileBytes(kept), isKept ? List : "");
+        std::filesystem::remove(kept);
+    }
     EXPECT_EQ(user_.boxesClosed, 1);
-    EXPECT_EQ(FileBytes(user_.home.Path("config/SearchList (not saved).txt")), List);
-    WindowUser::Settle();
-    EXPECT_EQ(user_.closed, 1);
+    EXPECT_EQ(user_.closed, 3);
 }
 
 TEST_F(MainDialogTest, ACheckThatWasOverBeforeTheWindowCameIsTriedAgain) {

@@ -21,6 +21,7 @@ TEST(Placement, BringsAWindowOntoAScreenThatExists) {
              {"below the screen", {10, 1200, 610, 1700}, {left}, QRect(10, 540, 600, 500)},
              {"title above the screen", {10, -600, 610, 5}, {left}, QRect(10, 30, 600, 605)},
              {"larger than what is left", {3000, 0, 7000, 3000}, {left}, QRect(0, 30, 1920, 1010)},
+             {"larger than all", {10, 0, 5010, 4000}, {left, right}, QRect(1920, 30, 1280, 994)},
              {"nonsense", {Most, Most, -Most, 5}, {left}, QRect(1919, 1039, 1, 1)},
              {"without screens", {10, 20, 610, 520}, {}, QRect(10, 20, 600, 500)},
          }) {
