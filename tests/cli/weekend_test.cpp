@@ -144,10 +144,10 @@ TEST_F(WeekendTest, ReadsTheGuestFromSiteOrFile) {
                      "http://site.test/caf\xC3\xA9/default.htm"}),
                 HasSubstr(Json("'http://site.test/caf\\u00e9/mel.htm'")));
     const std::string failed = "Failed to download the guest page of the weekend of ";
-    ExpectTrouble({"guest", "2005-03-04"}, failed + "4 March 2005.\n");
+    ExpectTrouble({"guest", "2005-03-04"}, failed + "4 March 2005: the server answered 404.\n");
     site_.PutArchived("20060310", Friday);
     site_.Put("/vantra/guest/2006/default.htm", {.status = 404});
-    ExpectTrouble({"guest"}, failed + "10 March 2006.\n");
+    ExpectTrouble({"guest"}, failed + "10 March 2006: the server answered 404.\n");
     EXPECT_EQ(Status({"guest", "2005-03-04", "--offline"}), Trouble);
 }
 
