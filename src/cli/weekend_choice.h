@@ -21,8 +21,9 @@ void AddWeekend(CLI::App& app, std::optional<std::string>& text);
 [[nodiscard]] bool IsCurrentWeekend(Session& session, const playlists::Weekend& weekend);
 
 /// Brings a weekend's playlists and guest into `state`: the one named, or the current one with the
-/// start-up's fall-back of one week. False when there is nothing to show: after a complaint, when
-/// none of its pages could be had or it has not begun, and silently when the program was stopped.
+/// start-up's fall-back of one week; the guest only if `state` wants it. False when there is
+/// nothing to show: after a complaint, when none of its pages could be had or it has not begun, and
+/// silently when the program was stopped.
 [[nodiscard]] bool LoadWeekend(Session& session, const std::optional<std::string>& text,
                                playlists::WeekendState& state);
 

@@ -51,7 +51,7 @@ RunResult WeekendRun(const PageSource& source, WeekendState& state, WeekendAncho
     }
     if (!result.had) {
         state.guest.shown = {};  // that of another weekend would stand above these shows
-    } else {
+    } else if (state.wantsGuest) {
         FindGuest(source, state.guest, anchor, isLatest);
     }
     return result;

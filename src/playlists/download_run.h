@@ -21,6 +21,7 @@ struct WeekendState {
     bool latestIsCurrent = false;  // the newest weekend was found while it was still current
     bool reloadRequested = false;  // the user picked another weekend
     GuestState guest;
+    bool wantsGuest = true;        // a run looks for the guest as well
 };
 
 /// How a run ended.

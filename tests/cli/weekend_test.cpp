@@ -56,6 +56,7 @@ TEST_F(WeekendTest, ListsResultsShowByShow) {
               (std::set<std::string>{"20060303.htm", "20060304am.htm", "20060304.htm"}));
 
     folder_.Write("SearchList.txt", "\"Help\"\t\"\"\r\n");
+    EXPECT_EQ(site_.Asked().size(), 3u);  // no guest
     EXPECT_EQ(Out({"results", "2006-03-03", "--offline"}),
               "Friday night, 3 March 2006\n"
               "           <No matches>\n"
