@@ -104,9 +104,9 @@ private:
         if (needsIndex && !found.fromIndex) {
             // The address that does without an index is the night's: the wrong show would be kept
             // for ever.
-            Settle(page,
-                   {ArchiveStatus::Failed, found.indexRead ? "the year index does not name it"
-                                                           : "the year index could not be had"});
+            Settle(page, {ArchiveStatus::Failed, found.indexTrouble.empty()
+                                                     ? "the year index does not name it"
+                                                     : "the year index could not be had"});
         } else {
             Ask(page, std::move(found.address));
         }
