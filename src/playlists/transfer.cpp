@@ -37,6 +37,7 @@ const char* FailedStep(const HttpResponse& response, bool hasBody) {
 }
 
 TransferStatus StatusOf(const HttpResponse& response) {
+    if (response.error == HttpError::BadAddress) return TransferStatus::BadAddress;
     if (response.error == HttpError::TooLarge) return TransferStatus::TooLarge;
     return response.reachedNetwork ? TransferStatus::BadAnswer : TransferStatus::NoConnection;
 }
@@ -182,6 +183,8 @@ std::string FailureReason(const TransferResult& failed) {
     switch (failed.status) {
         case TransferStatus::NoConnection:
             return "the server could not be reached";
+        case TransferStatus::BadAddress:  // all others are made from a host that was checked
+            return "the year index gives no web address for it";
         case TransferStatus::BadStatus:
             return util::Format("the server answered %d", failed.httpStatus);
         case TransferStatus::TooLarge:

@@ -35,6 +35,7 @@ struct TransferTools {
 enum class TransferStatus {
     Done,
     NoConnection,
+    BadAddress,
     BadStatus,
     BadAnswer,
     TooLarge,

@@ -158,6 +158,10 @@ TEST_F(ArchiveFetch, EndsWhenCancelledAndWhenAPageCantBeWritten) {
     EXPECT_EQ(listener_.fates, Strings{"20060303.htm fetched"});  // it keeps what it has
     EXPECT_EQ(Cached(), std::set<std::string>{"20060303.htm"});
 
+    site_.Put("/vantra/playlist/?year=2008", "an index");
+    std::filesystem::create_directory(folder_.Path("Cache/lists2008.htm"));
+    EXPECT_EQ(Fetch({20080307, 20080308}).detail, "lists2008.htm: Is a directory");
+
     std::filesystem::remove_all(folder_.Path("Cache"));
     folder_.Write("Cache", "a file where the folder should be");
     EXPECT_EQ(Fetch({20060303, 20060401}).end, ArchiveEnd::CannotWrite);
