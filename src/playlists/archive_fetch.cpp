@@ -144,7 +144,8 @@ private:
             }
             const auto pause = feedback::FromMilliseconds(std::int64_t{1000} * seconds);
             End(ArchiveEnd::GivenUp,
-                "the server asks to be left alone for " + feedback::FormatDuration(pause));
+                "the server asks to be left alone for " + feedback::FormatDuration(pause) +
+                    (seconds == platform::LongestAskSeconds ? " or more" : ""));
             return;
         }
         Commit();  // what has arrived need not wait for the server

@@ -70,6 +70,7 @@ public:
         result.httpStatus = response.status;
         result.reachedNetwork = response.reachedNetwork || response.refused;
         result.retryAfterSeconds = response.retryAfterSeconds;
+        result.proxyTrouble = response.proxyTrouble;
         result.status = Judge(response);
         result.contentBegan =
             !result.Ok() && status_ == StatusOk && (!bytes_.empty() || isCancelled_);
@@ -180,6 +181,9 @@ TransferResult CopyLocal(const TransferTools& tools, const Download& download) {
 }  // namespace
 
 std::string FailureReason(const TransferResult& failed) {
+    using platform::ProxyTrouble;
+    if (failed.proxyTrouble == ProxyTrouble::Unreached) return "the proxy could not be reached";
+    if (failed.proxyTrouble == ProxyTrouble::WantsPassword) return "the proxy asks for a password";
     switch (failed.status) {
         case TransferStatus::NoConnection:
             return "the server could not be reached";

@@ -142,7 +142,7 @@ TEST_F(ArchiveFetch, ComesBackWhenAskedToAndNotForLong) {
 
     site_.onRequest = {};
     for (const auto& [seconds, pause, asked] : testing::Rows<int, std::string, std::size_t>{
-             {3600, "1 hour", 1}, {30, "30.00 seconds", 3}}) {
+             {3600, "1 hour or more", 1}, {30, "30.00 seconds", 3}}) {
         site_.Put(saturday_, CannedSite::Answer{.status = 429, .retryAfterSeconds = seconds});
         const ArchiveFetchResult result = Fetch({20060303, 20060304});
         EXPECT_EQ(result.end, ArchiveEnd::GivenUp);
