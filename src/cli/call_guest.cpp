@@ -85,10 +85,15 @@ private:
             weekend_ ? LoadGuest(session, state) : LoadWeekend(session, weekend_, state);
         if (!isLoaded || session.Outside().Stopped()) return std::nullopt;
         if (state.guest.pageHad) return state.guest.shown;
-        session.Complain(util::Format(
-            session.Options().offline ? "No guest page of the weekend of %s is in the cache."
-                                      : "Failed to download the guest page of the weekend of %s.",
-            LongDateText(playlists::DateOf(state.displayedWeekend.anchor))));
+        const std::string weekend = LongDateText(playlists::DateOf(state.displayedWeekend.anchor));
+        if (session.Options().offline) {
+            session.Complain(
+                util::Format("No guest page of the weekend of %s is in the cache.", weekend));
+        } else if (state.guest.failure) {  // else it could not be read, which has been told
+            session.Complain(
+                util::Format("Failed to download the guest page of the weekend of %s: %s.", weekend,
+                             FailureReason(*state.guest.failure)));
+        }
         return std::nullopt;
     }
 

@@ -44,6 +44,7 @@ public:
         const auto items = session.SearchItems();
         if (!items) return false;
         playlists::WeekendState state;
+        state.wantsGuest = false;
         if (!LoadWeekend(session, weekend_, state)) return false;
         const matching::SearchIndex index(*items);
         const bool found = playlists::MarkMatches(state.playlists, index);

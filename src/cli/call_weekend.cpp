@@ -4,6 +4,7 @@
 #include "cli/call.h"
 #include "cli/dates.h"
 #include "cli/song_output.h"
+#include "cli/weekend_choice.h"
 #include "playlists/calendar.h"
 #include "playlists/page_address.h"
 #include "playlists/page_cache.h"
@@ -23,7 +24,8 @@ constexpr CallHelp WeekendHelp = {
         "from Friday 13:00 on the coming one, which is over from Sunday 12:00. For each\n"
         "of its three shows: the time it is filed at, the name of its page in the cache,\n"
         "and the address from which that page is to be had. For years from 2007 on the\n"
-        "address stands in the year's index, which is fetched when it is not cached.",
+        "address stands in the year's index, which is fetched when it is not cached. When\n"
+        "it can't be had, a message says so, and the address is made from the date.",
     .output =
         "{\"anchor\",\"saturdayMorning\",\"saturdayNight\",\"weekendOver\",\n"
         " \"shows\":[{\"slot\",\"time\",\"cacheName\",\"address\"}]}: times in seconds since\n"
@@ -58,7 +60,7 @@ public:
         const auto source = session.Source();
         if (!source) return false;
         const auto current = playlists::CurrentWeekend(*moment);
-        const Addresses addresses = AddressesOf(*source, current.weekend);
+        const Addresses addresses = AddressesOf(session, *source, current.weekend);
         // The index may be missing from a run that was stopped.
         if (session.Outside().Stopped()) return false;
         if (session.Out().IsText()) {
@@ -72,16 +74,18 @@ public:
 private:
     using Addresses = std::array<std::string, playlists::AllShows.size()>;  // UTF-8
 
-    static Addresses AddressesOf(const playlists::PageSource& source,
+    static Addresses AddressesOf(Session& session, const playlists::PageSource& source,
                                  const playlists::Weekend& weekend) {
         Addresses addresses;
+        std::string indexTrouble;
         for (std::size_t i = 0; i < addresses.size(); ++i) {
             const playlists::EpochSeconds time = weekend.ShowTime(playlists::AllShows[i]);
-            addresses[i] =
-                util::ToUtf8(playlists::ComputePageAddress(source, playlists::WantCachePath::No,
-                                                           time, /*allowAutodial=*/true)
-                                 .address);
+            playlists::PageAddress page = playlists::ComputePageAddress(
+                source, playlists::WantCachePath::No, time, /*allowAutodial=*/true);
+            addresses[i] = util::ToUtf8(page.address);
+            if (!page.indexTrouble.empty()) indexTrouble = std::move(page.indexTrouble);
         }
+        TellIndexTrouble(session, indexTrouble);
         return addresses;
     }
 

@@ -77,6 +77,12 @@ void TellSkipped(Session& session, const playlists::Weekend& weekend, playlists:
 
 }  // namespace
 
+void TellIndexTrouble(Session& session, const std::string& trouble) {
+    if (trouble.empty() || session.Outside().Stopped()) return;
+    session.Hint(util::Format(
+        "The year index could not be had (%s): the addresses are made from the dates.", trouble));
+}
+
 bool LoadWeekend(Session& session, const std::optional<std::string>& text,
                  playlists::WeekendState& state) {
     const auto weekend = ChooseWeekend(session, text);
@@ -103,6 +109,7 @@ bool LoadWeekend(Session& session, const std::optional<std::string>& text,
                 LongDateText(DateOf(weekend->anchor))));
         }
     }
+    if (!source->offline) TellIndexTrouble(session, result.indexTrouble);
     if (!source->offline || result.had) {
         TellFailures(session, state.displayedWeekend, result, source->offline);
     }

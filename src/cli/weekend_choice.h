@@ -20,9 +20,14 @@ void AddWeekend(CLI::App& app, std::optional<std::string>& text);
 /// fetched afresh.
 [[nodiscard]] bool IsCurrentWeekend(Session& session, const playlists::Weekend& weekend);
 
+/// Says why addresses were made without the year's index, as an engine's `indexTrouble` has it;
+/// nothing when that is empty or the program was stopped.
+void TellIndexTrouble(Session& session, const std::string& trouble);
+
 /// Brings a weekend's playlists and guest into `state`: the one named, or the current one with the
-/// start-up's fall-back of one week. False when there is nothing to show: after a complaint, when
-/// none of its pages could be had or it has not begun, and silently when the program was stopped.
+/// start-up's fall-back of one week; the guest only if `state` wants it. False when there is
+/// nothing to show: after a complaint, when none of its pages could be had or it has not begun, and
+/// silently when the program was stopped.
 [[nodiscard]] bool LoadWeekend(Session& session, const std::optional<std::string>& text,
                                playlists::WeekendState& state);
 

@@ -17,7 +17,7 @@ namespace ostrova::platform {
 namespace {
 
 constexpr long MostRedirects = 10;
-constexpr int LongestAskSeconds = 3600;  // of a "Retry-After"
+constexpr long StatusProxyPassword = 407;
 constexpr std::int64_t IdleMilliseconds = 50;
 // A callback that takes longer holds the request up, and the server is not to blame for it.
 constexpr std::int64_t HeldMilliseconds = 500;
@@ -139,6 +139,7 @@ public:
         if (stopError_ != HttpError::None) code = stopCode_;
         response.error =
             stopError_ != HttpError::None ? stopError_ : ErrorOf(code, response.reachedNetwork);
+        response.proxyTrouble = TroubleOfProxy(response);
         if (response.Ok()) return response;
         response.code = static_cast<int>(code);
         response.detail = ::curl_easy_strerror(code);
@@ -225,6 +226,18 @@ private:
         long systemError = 0;
         ::curl_easy_getinfo(easy_, CURLINFO_OS_ERRNO, &systemError);
         return systemError == ECONNREFUSED && !usesProxy_;  // a proxy speaks for itself only
+    }
+    [[nodiscard]] ProxyTrouble TroubleOfProxy(const HttpResponse& response) const {
+        if (!usesProxy_) return ProxyTrouble::None;
+        long answered = 0;  // to the wish for a connection to an https server
+        ::curl_easy_getinfo(easy_, CURLINFO_HTTP_CONNECTCODE, &answered);
+        if (response.status == StatusProxyPassword || answered == StatusProxyPassword) {
+            return ProxyTrouble::WantsPassword;
+        }
+        const bool isFruitless =
+            response.error == HttpError::NoConnection || response.error == HttpError::TimedOut;
+        const bool isUnreached = isFruitless && !response.reachedNetwork && answered == 0;
+        return isUnreached ? ProxyTrouble::Unreached : ProxyTrouble::None;
     }
     [[nodiscard]] int RetryAfter() const {
         return static_cast<int>(

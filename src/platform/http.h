@@ -36,8 +36,14 @@ enum class HttpError {
     SinkFailed,    // the caller could not take the bytes
 };
 
+/// What the environment's proxy has to do with it.
+enum class ProxyTrouble { None, Unreached, WantsPassword };
+
 /// Most decoded bytes of an answer that are taken unless a request says otherwise.
 inline constexpr std::size_t LargestBody = 8 * 1024 * 1024;
+
+/// The longest pause that is taken from a "Retry-After".
+inline constexpr int LongestAskSeconds = 3600;
 
 struct HttpRequest {
     std::string url;
@@ -58,7 +64,8 @@ struct HttpResponse {
     bool reachedNetwork = false;        // a connection was made
     bool refused = false;               // no connection, as the host says that nothing listens
     bool endKnown = false;              // the answer said how long it is, or came in chunks
-    int retryAfterSeconds = 0;          // of a 429 or 503, 0 when not given; at most 3600
+    int retryAfterSeconds = 0;          // of a 429 or 503, 0 when not given; see LongestAskSeconds
+    ProxyTrouble proxyTrouble = ProxyTrouble::None;
 
     [[nodiscard]] bool Ok() const { return error == HttpError::None; }
 };

@@ -104,9 +104,9 @@ private:
         if (needsIndex && !found.fromIndex) {
             // The address that does without an index is the night's: the wrong show would be kept
             // for ever.
-            Settle(page,
-                   {ArchiveStatus::Failed, found.indexRead ? "the year index does not name it"
-                                                           : "the year index could not be had"});
+            Settle(page, {ArchiveStatus::Failed, found.indexTrouble.empty()
+                                                     ? "the year index does not name it"
+                                                     : "the year index could not be had"});
         } else {
             Ask(page, std::move(found.address));
         }
@@ -116,7 +116,8 @@ private:
         if (platform::IsWebAddress(address)) {
             workers_.Add({page, std::move(address)});
         } else {
-            Settle(page, {ArchiveStatus::Failed, "the year index gives no web address for it"});
+            Settle(page,
+                   {ArchiveStatus::Failed, FailureReason({.status = TransferStatus::BadAddress})});
         }
     }
 
@@ -143,7 +144,8 @@ private:
             }
             const auto pause = feedback::FromMilliseconds(std::int64_t{1000} * seconds);
             End(ArchiveEnd::GivenUp,
-                "the server asks to be left alone for " + feedback::FormatDuration(pause));
+                "the server asks to be left alone for " + feedback::FormatDuration(pause) +
+                    (seconds == platform::LongestAskSeconds ? " or more" : ""));
             return;
         }
         Commit();  // what has arrived need not wait for the server
@@ -160,7 +162,8 @@ private:
     void TakeIndex(const FetchAnswer& answer) {
         awaitingIndex_ = false;
         const EpochSeconds showTime = ShowTimeOf(pages_[answer.task.id - pages_.size()]);
-        const std::string path = CachePath(*source_.dataFolder, YearIndexCacheName(showTime));
+        const std::string name = YearIndexCacheName(showTime);
+        const std::string path = CachePath(*source_.dataFolder, name);
         if (!answer.result.Ok()) {
             if (answer.result.contentBegan) util::RemoveFile(path);
             if (answer.result.IsMissingPage()) {
@@ -172,7 +175,7 @@ private:
         }
         failuresInARow_ = 0;
         const platform::WriteResult written = platform::WriteWholeFile(path, answer.body);
-        if (!written.ok) End(ArchiveEnd::CannotWrite, written.detail);
+        if (!written.ok) End(ArchiveEnd::CannotWrite, name + ": " + written.detail);
     }
 
     void TakePage(const FetchAnswer& answer) {
@@ -183,6 +186,8 @@ private:
             failuresInARow_ = 0;
         } else if (!answer.result.Ok()) {
             Settle(page, {ArchiveStatus::Failed, FailureReason(answer.result)});
+            // A bad address is no fault of the server's.
+            if (answer.result.status == TransferStatus::BadAddress) return;
             CountFailure(FailureReason(answer.result));
         } else if (!HoldsSongs(page, answer.body)) {
             Settle(page, {ArchiveStatus::Failed, "the page holds no song"});

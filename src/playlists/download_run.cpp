@@ -7,30 +7,26 @@
 
 namespace ostrova::playlists {
 
-std::optional<PageStatus> LoadShow(const PageSource& source, Playlist& playlist,
-                                   EpochSeconds showTime, bool allowAutodial,
-                                   TransferResult* last) {
+ShowResult LoadShow(const PageSource& source, Playlist& playlist, EpochSeconds showTime,
+                    bool allowAutodial) {
     playlist.clear();
-    const PageAddress page =
-        ComputePageAddress(source, WantCachePath::Yes, showTime, allowAutodial);
+    ShowResult result;
+    PageAddress page = ComputePageAddress(source, WantCachePath::Yes, showTime, allowAutodial);
     const FetchOptions options{.allowAutodial = allowAutodial,
                                .force = false,
                                .cacheOnly = source.offline,
                                .interactive = source.interactive};
-    TransferResult transfer;
+    TransferResult& transfer = result.transfer;
     const bool had = FetchPage(source.tools, page.cachePath, page.address, options, &transfer);
-    if (last != nullptr) {
-        *last = transfer;
-        last->reachedNetwork |= page.index.reachedNetwork;
-        last->retryAfterSeconds =
-            std::max(transfer.retryAfterSeconds, page.index.retryAfterSeconds);
-    }
-    if (!had) return std::nullopt;
+    transfer.reachedNetwork |= page.index.reachedNetwork;
+    transfer.retryAfterSeconds = std::max(transfer.retryAfterSeconds, page.index.retryAfterSeconds);
+    result.indexTrouble = std::move(page.indexTrouble);
+    if (!had) return result;
     // A page that could not be read is not a page without songs: nothing is known about it, and it
     // stays. One without songs goes, so that it is fetched again; it counts as had all the same.
-    const PageStatus status = ParsePlaylistPage(playlist, page.cachePath, *source.tools.messages);
-    if (status == PageStatus::NoSongs) util::RemoveFile(page.cachePath);
-    return status;
+    result.page = ParsePlaylistPage(playlist, page.cachePath, *source.tools.messages);
+    if (result.page == PageStatus::NoSongs) util::RemoveFile(page.cachePath);
+    return result;
 }
 
 RunResult WeekendRun(const PageSource& source, WeekendState& state, WeekendAnchor anchor,
@@ -38,20 +34,22 @@ RunResult WeekendRun(const PageSource& source, WeekendState& state, WeekendAncho
     RunResult result;
     for (std::size_t i = 0; i < AllShows.size(); ++i) {
         const bool mayDial = allowAutodial && AllShows[i] == ShowSlot::ShowFriday;
-        TransferResult transfer;
         const EpochSeconds showTime = ShowTimeOf(anchor, AllShows[i]);
-        if (const auto page = LoadShow(source, state.playlists[i], showTime, mayDial, &transfer)) {
+        ShowResult show = LoadShow(source, state.playlists[i], showTime, mayDial);
+        if (show.page) {
             result.had = true;
-            result.songless[i] = page == PageStatus::NoSongs;
+            result.songless[i] = show.page == PageStatus::NoSongs;
         } else {
-            result.failures[i] = transfer;
+            result.failures[i] = show.transfer;
         }
-        result.reachedNetwork |= transfer.reachedNetwork;
-        result.retryAfterSeconds = std::max(result.retryAfterSeconds, transfer.retryAfterSeconds);
+        result.reachedNetwork |= show.transfer.reachedNetwork;
+        result.retryAfterSeconds =
+            std::max(result.retryAfterSeconds, show.transfer.retryAfterSeconds);
+        if (!show.indexTrouble.empty()) result.indexTrouble = std::move(show.indexTrouble);
     }
     if (!result.had) {
         state.guest.shown = {};  // that of another weekend would stand above these shows
-    } else {
+    } else if (state.wantsGuest) {
         FindGuest(source, state.guest, anchor, isLatest);
     }
     return result;

@@ -5,6 +5,7 @@
 #include <array>
 #include <functional>
 #include <optional>
+#include <string>
 
 #include "playlists/guest.h"
 #include "playlists/page_address.h"
@@ -20,6 +21,7 @@ struct WeekendState {
     WeekendAnchor latestWeekend = 0;
     bool latestIsCurrent = false;  // the newest weekend was found while it was still current
     bool reloadRequested = false;  // the user picked another weekend
+    bool wantsGuest = true;        // a run looks for the guest as well
     GuestState guest;
 };
 
@@ -30,17 +32,23 @@ struct RunResult {
     std::array<bool, 3> songless{};  // the shows whose page was had and read, and held no song
     bool reachedNetwork = false;     // any request left the machine
     int retryAfterSeconds = 0;       // the longest that a server asked for
+    std::string indexTrouble;        // why an address had to be made without the year's index
 };
 
-/// Loads one show into `playlist`. Tells how reading went when the page was had, nothing when it
-/// was not; a page that was read and held no song leaves the cache. `last`, when given, receives
-/// the page's transfer's result; its network flag and pause take in the year index's transfer.
-std::optional<PageStatus> LoadShow(const PageSource& source, Playlist& playlist,
-                                   EpochSeconds showTime, bool allowAutodial,
-                                   TransferResult* last = nullptr);
+/// How the load of one show ended.
+struct ShowResult {
+    std::optional<PageStatus> page;  // how reading went; nothing when the page was not had
+    // The page's, when one was made; its network flag and pause take in the year index's.
+    TransferResult transfer;
+    std::string indexTrouble;  // as a page's address has it
+};
 
-/// Loads the weekend's three shows into `state.playlists`, and its guest when any was had. Only the
-/// first show may dial.
+/// Loads one show into `playlist`. A page that was read and held no song leaves the cache.
+ShowResult LoadShow(const PageSource& source, Playlist& playlist, EpochSeconds showTime,
+                    bool allowAutodial);
+
+/// Loads the weekend's three shows into `state.playlists`, and its guest when any was had and the
+/// state wants one. Only the first show may dial.
 RunResult WeekendRun(const PageSource& source, WeekendState& state, WeekendAnchor anchor,
                      bool allowAutodial, bool isLatest);
 

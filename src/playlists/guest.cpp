@@ -24,11 +24,17 @@ using GuestReader = GuestInfo (*)(std::string_view bytes, std::string_view pageA
                                   util::EpochSeconds saturday);
 
 /// Fetches a guest page and reads it; one that can't be read is reported. One that can't even be
-/// opened is removed, so that it is fetched again next time. Nothing when there is no page to read.
+/// opened is removed, so that it is fetched again next time. Nothing when there is no page to read;
+/// a transfer that failed is left in `failure`.
 std::optional<GuestInfo> FetchAndRead(const PageSource& source, GuestReader reader,
                                       const std::string& path, const std::string& address,
-                                      const FetchOptions& options, EpochSeconds saturday) {
-    if (!FetchPage(source.tools, path, address, options)) return std::nullopt;
+                                      const FetchOptions& options, EpochSeconds saturday,
+                                      std::optional<TransferResult>& failure) {
+    TransferResult transfer;
+    if (!FetchPage(source.tools, path, address, options, &transfer)) {
+        if (!options.cacheOnly) failure = transfer;
+        return std::nullopt;
+    }
     util::FileContent page = util::ReadFile(path, PageLimit);
     if (!page.Ok()) {
         source.tools.messages->ShowError("Couldn't open '%s' for reading.", util::PathAsText(path));
@@ -58,6 +64,7 @@ bool LoadGuestInfo(const PageSource& source, GuestState& guest, WeekendAnchor an
                    bool cacheOnly) {
     guest.shown = {};
     guest.pageHad = true;
+    guest.failure.reset();
     if (isLatest && !util::IsBlank(guest.latest.text)) {
         guest.shown = guest.latest;
         return true;
@@ -68,17 +75,17 @@ bool LoadGuestInfo(const PageSource& source, GuestState& guest, WeekendAnchor an
                          .force = isLatest,
                          .cacheOnly = cacheOnly || source.offline,
                          .interactive = source.interactive};
-    const auto yearly = FetchAndRead(source, ReadGuestYearPage,
-                                     CachePath(*source.dataFolder, util::Format("%d.htm", year)),
-                                     GuestYearAddress(source.siteHost, year), options, saturday);
+    const auto yearly = FetchAndRead(
+        source, ReadGuestYearPage, CachePath(*source.dataFolder, util::Format("%d.htm", year)),
+        GuestYearAddress(source.siteHost, year), options, saturday, guest.failure);
     guest.shown = yearly.value_or(GuestInfo{});
     guest.pageHad = yearly.has_value();
     if (isLatest) {
         if (util::IsBlank(guest.shown.text)) {
             options.force = true;
-            const auto current =
-                FetchAndRead(source, ReadCurrentGuestPage, CurrentGuestFile,
-                             source.siteHost + "/vantra/guest/default.htm", options, saturday);
+            const auto current = FetchAndRead(source, ReadCurrentGuestPage, CurrentGuestFile,
+                                              source.siteHost + "/vantra/guest/default.htm",
+                                              options, saturday, guest.failure);
             guest.pageHad |= current.has_value();
             if (current) AddTo(guest.shown, *current);
         }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "playlists/guest_reader.h"
 #include "playlists/page_address.h"
 
@@ -11,6 +13,8 @@ struct GuestState {
     GuestInfo shown;
     GuestInfo latest;
     bool pageHad = false;  // the last look-up had a page to look into
+    // Its last transfer that failed, if any.
+    std::optional<TransferResult> failure;
 };
 
 /// Finds the guest of a weekend: in what is cached, else in what can be fetched. The current guest

@@ -43,7 +43,7 @@ void TakeAddressFromIndex(const PageSource& source, const std::string& indexPath
                           EpochSeconds showTime, PageAddress& result) {
     result.address = ArchiveAddress(source.siteHost, showTime);
     util::FileContent index = util::ReadFile(indexPath, PageLimit);
-    result.indexRead = index.Ok();
+    result.indexTrouble = index.detail;
     if (!index.Ok()) return;
     util::ToTextMode(index.bytes);
     auto link = FindInYearIndex(index.bytes, showTime);
@@ -87,6 +87,8 @@ PageAddress ComputePageAddress(const PageSource& source, WantCachePath wantCache
         TakeAddressFromIndex(source, indexPath, showTime, result);
     } else {
         result.address = AddressWithoutIndex(source, showTime, local);
+        result.indexTrouble =
+            source.offline ? "it is not in the cache" : FailureReason(result.index);
     }
     return result;
 }

@@ -37,8 +37,9 @@ struct PageAddress {
     std::string cachePath;   // empty unless it was asked for
     bool cached = false;     // the page is there; `address` is then only its file name
     TransferResult index;    // of the year index's transfer, when one was made
-    bool indexRead = false;  // the year index was there and could be read
-    bool fromIndex = false;  // the address is what it gives for the show
+    bool fromIndex = false;  // the address is what the year index gives for the show
+    // Why a year index was wanted and could not be had, in half a sentence for a user.
+    std::string indexTrouble;
 };
 
 enum class WantCachePath { No, Yes };

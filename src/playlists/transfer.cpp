@@ -37,6 +37,7 @@ const char* FailedStep(const HttpResponse& response, bool hasBody) {
 }
 
 TransferStatus StatusOf(const HttpResponse& response) {
+    if (response.error == HttpError::BadAddress) return TransferStatus::BadAddress;
     if (response.error == HttpError::TooLarge) return TransferStatus::TooLarge;
     return response.reachedNetwork ? TransferStatus::BadAnswer : TransferStatus::NoConnection;
 }
@@ -69,6 +70,7 @@ public:
         result.httpStatus = response.status;
         result.reachedNetwork = response.reachedNetwork || response.refused;
         result.retryAfterSeconds = response.retryAfterSeconds;
+        result.proxyTrouble = response.proxyTrouble;
         result.status = Judge(response);
         result.contentBegan =
             !result.Ok() && status_ == StatusOk && (!bytes_.empty() || isCancelled_);
@@ -182,9 +184,14 @@ TransferResult CopyLocal(const TransferTools& tools, const Download& download) {
 }  // namespace
 
 std::string FailureReason(const TransferResult& failed) {
+    using platform::ProxyTrouble;
+    if (failed.proxyTrouble == ProxyTrouble::Unreached) return "the proxy could not be reached";
+    if (failed.proxyTrouble == ProxyTrouble::WantsPassword) return "the proxy asks for a password";
     switch (failed.status) {
         case TransferStatus::NoConnection:
             return "the server could not be reached";
+        case TransferStatus::BadAddress:  // all others are made from a host that was checked
+            return "the year index gives no web address for it";
         case TransferStatus::BadStatus:
             return util::Format("the server answered %d", failed.httpStatus);
         case TransferStatus::TooLarge:

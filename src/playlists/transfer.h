@@ -35,6 +35,7 @@ struct TransferTools {
 enum class TransferStatus {
     Done,
     NoConnection,
+    BadAddress,
     BadStatus,
     BadAnswer,
     TooLarge,
@@ -51,6 +52,7 @@ struct TransferResult {
     bool contentBegan = false;    // failed when the file's content was on its way already
     bool wasLocal = false;        // a path was copied; its failure has been told in any case
     std::string writeError;       // the system's words after CannotWrite
+    platform::ProxyTrouble proxyTrouble = platform::ProxyTrouble::None;
 
     [[nodiscard]] bool Ok() const { return status == TransferStatus::Done; }
     /// The server is well, and has no such page.

@@ -46,12 +46,17 @@ TEST_F(WeekendTest, TellsTheCurrentWeekend) {
     folder_.Write("Cache/lists2008.htm", " <a href=\"http://x.test/7\"> night 7 Mar\n");
     EXPECT_THAT(Out({"weekend", "--at", "2008-03-07 13:00:00", "--offline", "--json"}),
                 HasSubstr("\"address\":\"http://x.test/7\""));
+    EXPECT_EQ(
+        Run({"weekend", "--at", "2009-03-06 14:00:00", "--offline"}).err,
+        "ostrova-cli: The year index could not be had (it is not in the cache): the addresses "
+        "are made from the dates.\n");
     EXPECT_EQ(site_.Asked(), Asked{});
 }
 
 TEST_F(WeekendTest, ListsResultsShowByShow) {
     PutWeekend();
     EXPECT_EQ(Run({"results", "2006-03-05", "--json"}), (CliResult{Found, matchesOfMarch_, ""}));
+    EXPECT_EQ(site_.Asked().size(), 3u);  // no guest
     EXPECT_EQ(folder_.Names("Cache"),
               (std::set<std::string>{"20060303.htm", "20060304am.htm", "20060304.htm"}));
 
@@ -120,6 +125,14 @@ TEST_F(WeekendTest, TellsWhichShowsAreMissingFromTheResults) {
     EXPECT_EQ(offline.status, Found);
     EXPECT_THAT(offline.err, EndsWith(night + "not in the cache.\n"));
 
+    clock_.SetWallClock(1240000000);  // in April 2009
+    site_.PutArchived("20090306", Friday);
+    site_.PutArchived("20090307", Night);
+    EXPECT_EQ(
+        Run({"results", "2009-03-06"}).err,
+        "ostrova-cli: The year index could not be had (the server answered 404): the addresses "
+        "are made from the dates.\n");
+
     folder_.Write("other/Cache", "");  // nothing can be kept here
     ExpectTrouble({"results", "2006-03-03", "--data-folder", folder_.Path("other")},
                   "the page could not be written: Not a directory.");
@@ -144,10 +157,10 @@ TEST_F(WeekendTest, ReadsTheGuestFromSiteOrFile) {
                      "http://site.test/caf\xC3\xA9/default.htm"}),
                 HasSubstr(Json("'http://site.test/caf\\u00e9/mel.htm'")));
     const std::string failed = "Failed to download the guest page of the weekend of ";
-    ExpectTrouble({"guest", "2005-03-04"}, failed + "4 March 2005.\n");
+    ExpectTrouble({"guest", "2005-03-04"}, failed + "4 March 2005: the server answered 404.\n");
     site_.PutArchived("20060310", Friday);
     site_.Put("/vantra/guest/2006/default.htm", {.status = 404});
-    ExpectTrouble({"guest"}, failed + "10 March 2006.\n");
+    ExpectTrouble({"guest"}, failed + "10 March 2006: the server answered 404.\n");
     EXPECT_EQ(Status({"guest", "2005-03-04", "--offline"}), Trouble);
 }
 

@@ -142,7 +142,7 @@ TEST_F(ArchiveFetch, ComesBackWhenAskedToAndNotForLong) {
 
     site_.onRequest = {};
     for (const auto& [seconds, pause, asked] : testing::Rows<int, std::string, std::size_t>{
-             {3600, "1 hour", 1}, {30, "30.00 seconds", 3}}) {
+             {3600, "1 hour or more", 1}, {30, "30.00 seconds", 3}}) {
         site_.Put(saturday_, CannedSite::Answer{.status = 429, .retryAfterSeconds = seconds});
         const ArchiveFetchResult result = Fetch({20060303, 20060304});
         EXPECT_EQ(result.end, ArchiveEnd::GivenUp);
@@ -157,6 +157,10 @@ TEST_F(ArchiveFetch, EndsWhenCancelledAndWhenAPageCantBeWritten) {
     EXPECT_EQ(Fetch({20060303, 20060401}).end, ArchiveEnd::Cancelled);
     EXPECT_EQ(listener_.fates, Strings{"20060303.htm fetched"});  // it keeps what it has
     EXPECT_EQ(Cached(), std::set<std::string>{"20060303.htm"});
+
+    site_.Put("/vantra/playlist/?year=2008", "an index");
+    std::filesystem::create_directory(folder_.Path("Cache/lists2008.htm"));
+    EXPECT_EQ(Fetch({20080307, 20080308}).detail, "lists2008.htm: Is a directory");
 
     std::filesystem::remove_all(folder_.Path("Cache"));
     folder_.Write("Cache", "a file where the folder should be");

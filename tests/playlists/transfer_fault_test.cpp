@@ -117,15 +117,18 @@ TEST_F(TransferFaults, GiveBackWhatTheSiteSaid) {
 TEST_F(TransferFaults, ARequestThatNeverLeftTheMachineIsKnownAsSuch) {
     std::string refused;
     { refused = demo::HttpServer(nullptr).Address(); }
-    for (const auto& [url, detail] : Rows<std::string, std::string>{
-             {refused, "Couldn't connect to server"},
-             {"http://no-such-host.invalid/", "Couldn't resolve host name"},
-             {"file:///etc/passwd", "Unsupported protocol"},
-             {"/etc/passwd", "Unsupported protocol"},
-             {"", "Unsupported protocol"},
-             {"http://a b:x/", "URL using bad/illegal format or missing URL"}}) {
+    constexpr auto lost = TransferStatus::NoConnection;
+    constexpr auto bad = TransferStatus::BadAddress;
+    for (const auto& [url, status, detail] : Rows<std::string, TransferStatus, std::string>{
+             {refused, lost, "Couldn't connect to server"},
+             {"http://no-such-host.invalid/", lost, "Couldn't resolve host name"},
+             {"file:///etc/passwd", bad, "Unsupported protocol"},
+             {"/etc/passwd", bad, "Unsupported protocol"},
+             {"", bad, "Unsupported protocol"},
+             {"http://", bad, "URL using bad/illegal format or missing URL"},
+             {"http://a b:x/", bad, "URL using bad/illegal format or missing URL"}}) {
         const TransferResult result = Get(url);
-        EXPECT_EQ(result.status, TransferStatus::NoConnection) << url;
+        EXPECT_EQ(result.status, status) << url;
         EXPECT_EQ(result.reachedNetwork, url == refused) << url;  // a refusal is an answer
         EXPECT_EQ(TakeDetails(), Strings{"InternetOpenUrl: " + detail});
     }
