@@ -42,6 +42,8 @@ bool IsUnderstood(std::string_view line) {
     const std::string_view content = util::Trim(line);
     if (content.empty() || content[0] == ';' || content[0] == '#') return true;
     if (content[0] == '[') return content.find(']') != std::string_view::npos;
+    // A name that begins so would lose it when it is written at the beginning of the file.
+    if (content.starts_with(ByteOrderMark)) return false;
     return content[0] != '=' && content.find('=') != std::string_view::npos;
 }
 

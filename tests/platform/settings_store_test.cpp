@@ -56,15 +56,15 @@ TEST(IniStore, ReadsWhatPeopleWriteByHand) {
 TEST(IniStore, KeepsWhatItDoesNotKnow) {
     using namespace std::string_view_literals;
     const TempFolder folder;
-    const std::string path = folder.Write(
-        "x.conf",
-        "; top\n\n[Settings]\nWhenToOpen=1\nNewer=9\n# why\nnot a setting\n[broken\n=x\n"
-        "Zero=a\0b\n[Other]\nk=v\n"sv);
+    const std::string path = folder.Write("x.conf",
+                                          "; top\n\n[Settings]\nWhenToOpen=1\nNewer=9\n# why\nnot "
+                                          "a setting\n[broken\n=x\n\xEF\xBB\xBF[x]y=z\n"
+                                          "Zero=a\0b\n[Other]\nk=v\n"sv);
     const auto store = OpenIniStore(path);
     ASSERT_TRUE(store->Write({{"Settings", "WhenToOpen", 2}, {"Other", "k", std::string("w")}}));
     EXPECT_EQ(FileBytes(path),
               "; top\n\n\n[Settings]\nWhenToOpen=2\nNewer=9\n\n# why\n; not a setting\n"
-              "; [broken\n; =x\nZero=ab\n\n\n[Other]\nk=w\n");
+              "; [broken\n; =x\n; \xEF\xBB\xBF[x]y=z\nZero=ab\n\n\n[Other]\nk=w\n");
 }
 
 TEST(IniStore, NeverWritesOverWhatItCannotRead) {
