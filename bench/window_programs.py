@@ -100,7 +100,9 @@ def prepare(build, work):
     os.makedirs(os.path.join(home, "config/Kelvane"))
     with open(os.path.join(home, "config/Kelvane/Ostrova.conf"), "w", encoding="ascii") as settings:
         settings.write("[Settings]\nCheckForUpgrades = 0\n")
-    songs = subprocess.run([os.path.join(programs, "ostrova-cli"), "results", "--all", "--json"],
+    cli = os.path.join(programs, "ostrova-cli")
+    subprocess.run([cli, "guest"], env=environment, capture_output=True, check=False)
+    songs = subprocess.run([cli, "results", "--all", "--json"],
                            env=environment, capture_output=True, check=False)
     print(f"{len(songs.stdout.splitlines())} songs, {FAVOURITES} favourites, {ROUNDS} pairs")
     site.terminate()
